@@ -1,0 +1,30 @@
+# One folder of the house becomes one object library that sees only the headers of the folders it
+# names. Headers that other folders may include live in the folder's include/ directory; the rest
+# lie beside their sources and stay private.
+#
+#   tibxml_folder(query SOURCES Lexer.cpp Parser.cpp USES tree platform)
+function(tibxml_folder name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;PACKAGES")
+  add_library(tibxml_${name} OBJECT ${arg_SOURCES})
+  target_include_directories(tibxml_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/include)
+  foreach(used IN LISTS arg_USES)
+    target_link_libraries(tibxml_${name} PUBLIC tibxml_${used})
+  endforeach()
+  target_link_libraries(tibxml_${name} PRIVATE tibxml_build_options ${arg_PACKAGES})
+  set_property(GLOBAL APPEND PROPERTY TIBXML_OBJECT_FOLDERS tibxml_${name})
+endfunction()
+
+# A folder of headers alone, such as the exported headers.
+#
+#   tibxml_header_folder(headers USES platform tibutils api)
+function(tibxml_header_folder name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DIRECTORY" "USES")
+  if(NOT arg_DIRECTORY)
+    set(arg_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/include)
+  endif()
+  add_library(tibxml_${name} INTERFACE)
+  target_include_directories(tibxml_${name} INTERFACE ${arg_DIRECTORY})
+  foreach(used IN LISTS arg_USES)
+    target_link_libraries(tibxml_${name} INTERFACE tibxml_${used})
+  endforeach()
+endfunction()
