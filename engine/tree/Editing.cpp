@@ -1,0 +1,164 @@
+#include <tree/Editing.h>
+
+#include <cstring>
+
+namespace tibxml::tree {
+
+namespace {
+
+// Sibling lists: `next` ends in null, `previous` of the first leads to the last.
+
+void linkLast(Node*& first, Node* parent, Node* node) noexcept {
+    node->parent = parent;
+    node->next = nullptr;
+    if (first == nullptr) {
+        node->previous = node;
+        first = node;
+        return;
+    }
+    node->previous = first->previous;
+    first->previous->next = node;
+    first->previous = node;
+}
+
+void linkBefore(Node*& first, Node* parent, Node* node, Node* before) noexcept {
+    node->parent = parent;
+    node->next = before;
+    node->previous = before->previous;
+    if (first == before) {
+        first = node;
+    } else {
+        before->previous->next = node;
+    }
+    before->previous = node;
+}
+
+void unlinkFrom(Node*& first, Node* node) noexcept {
+    Node* const following = node->next;
+    Node* const last = first->previous;
+    if (node != first) node->previous->next = following;
+    if (following != nullptr) {
+        following->previous = node->previous;
+    } else {
+        first->previous = node->previous;
+    }
+    if (node == first) first = node == last ? nullptr : following;
+    node->parent = nullptr;
+    node->next = nullptr;
+    node->previous = node;
+}
+
+Node*& listOf(Node* node) noexcept {
+    Node::Links& links = node->parent->content.links;
+    return node->is(NodeKind::attribute) ? links.firstAttribute : links.firstChild;
+}
+
+void freeText(Document& document, Node const& node) noexcept {
+    if (node.inlineLength != Node::outOfLine) return;
+    document.arena().freeText({node.content.longText.data, node.content.longText.capacity});
+}
+
+void setShortText(Node* node, std::string_view text) noexcept {
+    // The text may lie in this very place.
+    std::memmove(node->content.shortText, text.data(), text.size());
+    node->inlineLength = static_cast<std::uint8_t>(text.size());
+}
+
+void setLongText(Node* node, std::string_view text, Arena::TextBlock block) noexcept {
+    std::memcpy(block.data, text.data(), text.size());
+    node->content.longText = {block.data, static_cast<std::uint32_t>(text.size()), block.capacity};
+    node->inlineLength = Node::outOfLine;
+}
+
+} // namespace
+
+Node* newElement(Document& document, Name* name) {
+    Node* const node = document.arena().newNode(NodeKind::element);
+    node->name = name;
+    return node;
+}
+
+Node* newCharacterData(Document& document, NodeKind kind, std::string_view text) {
+    Node* const node = document.arena().newNode(kind);
+    try {
+        setText(document, node, text);
+    } catch (...) {
+        document.arena().freeNode(node);
+        throw;
+    }
+    return node;
+}
+
+Node* newAttribute(Document& document, Name* name, std::string_view value) {
+    Node* const node = newCharacterData(document, NodeKind::attribute, value);
+    node->name = name;
+    return node;
+}
+
+Node* newProcessingInstruction(Document& document, Name* target, std::string_view data) {
+    Node* const node = newCharacterData(document, NodeKind::processingInstruction, data);
+    node->name = target;
+    return node;
+}
+
+void appendChild(Document& document, Node* parent, Node* child) noexcept {
+    document.touch();
+    linkLast(parent->content.links.firstChild, parent, child);
+}
+
+void insertBefore(Document& document, Node* parent, Node* child, Node* before) noexcept {
+    document.touch();
+    linkBefore(parent->content.links.firstChild, parent, child, before);
+}
+
+void appendAttribute(Document& document, Node* element, Node* attribute) noexcept {
+    document.touch();
+    linkLast(element->content.links.firstAttribute, element, attribute);
+}
+
+void replaceAttribute(Document& document, Node* old, Node* attribute) noexcept {
+    document.touch();
+    Node* const element = old->parent;
+    linkBefore(element->content.links.firstAttribute, element, attribute, old);
+    unlink(document, old);
+}
+
+void unlink(Document& document, Node* node) noexcept {
+    document.touch();
+    unlinkFrom(listOf(node), node);
+}
+
+Node* findAttribute(Node const* element, std::string_view qualifiedName) noexcept {
+    Node* attribute = element->firstAttribute();
+    while (attribute != nullptr && attribute->name->qualified != qualifiedName)
+        attribute = attribute->next;
+    return attribute;
+}
+
+Node* findAttribute(Node const* element, Name const* expanded) noexcept {
+    Node* attribute = element->firstAttribute();
+    while (attribute != nullptr && attribute->name->expanded != expanded)
+        attribute = attribute->next;
+    return attribute;
+}
+
+void setText(Document& document, Node* node, std::string_view text) {
+    Node const old = *node; // the new text may be part of the old one: free that last
+    if (text.size() <= Node::inlineCapacity) {
+        setShortText(node, text);
+    } else {
+        setLongText(node, text, document.arena().newRecyclableText(text.size()));
+    }
+    freeText(document, old);
+    document.touch();
+}
+
+void setTextOnce(Document& document, Node* node, std::string_view text) {
+    if (text.size() <= Node::inlineCapacity) {
+        setShortText(node, text);
+    } else {
+        setLongText(node, text, document.arena().newExactText(text.size()));
+    }
+}
+
+} // namespace tibxml::tree

@@ -1,0 +1,104 @@
+#include <tree/Lifetime.h>
+
+#include <tree/Editing.h>
+#include <tree/Navigation.h>
+
+namespace tibxml::tree {
+
+namespace {
+
+// Handles in a subtree, attributes included.
+std::size_t countHandles(Node const* subtree) noexcept {
+    std::size_t count = 0;
+    for (Node const* node = subtree; node != nullptr; node = nextInSubtree(node, subtree)) {
+        count += node->handle != nullptr ? 1 : 0;
+        for (Node const* a = node->firstAttribute(); a != nullptr; a = a->next)
+            count += a->handle != nullptr ? 1 : 0;
+    }
+    return count;
+}
+
+void freeOne(Document& document, Node* node) noexcept {
+    if (!node->hasChildList() && node->inlineLength == Node::outOfLine)
+        document.arena().freeText({node->content.longText.data, node->content.longText.capacity});
+    document.arena().freeNode(node);
+}
+
+void freeAttributes(Document& document, Node* element) noexcept {
+    for (Node* a = element->firstAttribute(); a != nullptr;) {
+        Node* const following = a->next;
+        freeOne(document, a);
+        a = following;
+    }
+}
+
+Node* deepestFirst(Node* node) noexcept {
+    while (Node* child = node->firstChild())
+        node = child;
+    return node;
+}
+
+// Everything about a removal that may fail: done before anything changes.
+void noteHandles(Document& document, Node const* subtree) {
+    if (std::size_t const handles = countHandles(subtree); handles != 0)
+        document.detachedHandles[subtree] = handles;
+}
+
+void takeOut(Document& document, Node* subtree) noexcept {
+    unlink(document, subtree);
+    if (!document.detachedHandles.contains(subtree)) destroy(document, subtree);
+}
+
+} // namespace
+
+void handleAttached(Document& document, Node* node) {
+    Node const* const root = rootOf(node);
+    if (root != document.node()) ++document.detachedHandles[root];
+}
+
+void handleReleased(Document& document, Node* node) noexcept {
+    Node* const root = rootOf(node);
+    if (root == document.node()) return;
+    auto const entry = document.detachedHandles.find(root);
+    if (--entry->second != 0) return;
+    document.detachedHandles.erase(entry);
+    destroy(document, root);
+}
+
+void remove(Document& document, Node* node) {
+    noteHandles(document, node);
+    takeOut(document, node);
+}
+
+void removeChildren(Document& document, Node* parent) {
+    try {
+        for (Node* child = parent->firstChild(); child != nullptr; child = child->next)
+            noteHandles(document, child);
+    } catch (...) {
+        for (Node* child = parent->firstChild(); child != nullptr; child = child->next)
+            document.detachedHandles.erase(child);
+        throw;
+    }
+    while (Node* child = parent->firstChild())
+        takeOut(document, child);
+}
+
+void destroy(Document& document, Node* subtree) noexcept {
+    // Children before parents: every node is left through its next sibling or its parent, which
+    // are read before the node goes.
+    Node* node = deepestFirst(subtree);
+    while (node != subtree) {
+        Node* const following = node->next != nullptr ? deepestFirst(node->next) : node->parent;
+        freeAttributes(document, node);
+        freeOne(document, node);
+        node = following;
+    }
+    freeAttributes(document, subtree);
+    freeOne(document, subtree);
+}
+
+void clear(Document& document) {
+    removeChildren(document, document.node());
+}
+
+} // namespace tibxml::tree

@@ -1,0 +1,122 @@
+#include <tree/Name.h>
+
+#include <cstring>
+#include <new>
+
+#include <TibXml/platform/Utf.h>
+
+#include <tree/Arena.h>
+
+namespace tibxml::tree {
+
+namespace {
+
+constexpr std::size_t firstBucketCount = 16;
+
+// FNV-1a over the expanded name; names that differ in prefix alone share a bucket on purpose, so
+// that one walk finds both the record and the one that stands for its expanded name.
+std::uint32_t hashOf(std::string_view local, std::string_view uri) noexcept {
+    std::uint32_t hash = 2166136261U;
+    for (char const c : local)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    hash ^= static_cast<std::uint32_t>(uri.size()) * 0x9E3779B9U;
+    return hash ^ (hash >> 15);
+}
+
+std::string_view store(Arena& arena, std::string_view text) {
+    if (text.empty()) return {};
+    auto* copy = static_cast<char*>(arena.newPermanent(text.size(), 1));
+    std::memcpy(copy, text.data(), text.size());
+    return {copy, text.size()};
+}
+
+bool declaresNamespace(std::string_view prefix, std::string_view local) noexcept {
+    return prefix == "xmlns" || (prefix.empty() && local == "xmlns");
+}
+
+} // namespace
+
+NameTable::~NameTable() {
+    ::operator delete(buckets_);
+}
+
+Name* NameTable::intern(std::string_view prefix, std::string_view local, std::string_view uri) {
+    std::uint32_t const hash = hashOf(local, uri);
+    if (bucketCount_ != 0) {
+        for (Name* n = buckets_[hash & (bucketCount_ - 1)]; n != nullptr; n = n->nextInBucket) {
+            if (n->hash == hash && n->local == local && n->uri == uri && n->prefix == prefix)
+                return n;
+        }
+    }
+    return make(prefix, local, uri, hash);
+}
+
+Name* NameTable::make(std::string_view prefix, std::string_view local, std::string_view uri,
+                      std::uint32_t hash) {
+    if (size_ >= bucketCount_) grow();
+    auto* name = new (arena_.newPermanent(sizeof(Name), alignof(Name))) Name{};
+    if (prefix.empty()) {
+        name->qualified = name->local = store(arena_, local);
+    } else {
+        std::size_t const colon = prefix.size();
+        auto* text = static_cast<char*>(arena_.newPermanent(colon + 1 + local.size(), 1));
+        std::memcpy(text, prefix.data(), colon);
+        text[colon] = ':';
+        std::memcpy(text + colon + 1, local.data(), local.size());
+        name->qualified = {text, colon + 1 + local.size()};
+        name->prefix = name->qualified.substr(0, colon);
+        name->local = name->qualified.substr(colon + 1);
+    }
+    name->uri = store(arena_, uri);
+    name->hash = hash;
+    name->declaresNamespace = declaresNamespace(prefix, local);
+    Name const* standing = findExpanded(local, uri);
+    name->expanded = standing != nullptr ? standing : name;
+    Name*& bucket = buckets_[hash & (bucketCount_ - 1)];
+    name->nextInBucket = bucket;
+    bucket = name;
+    ++size_;
+    return name;
+}
+
+Name const* NameTable::findExpanded(std::string_view local, std::string_view uri) const noexcept {
+    if (bucketCount_ == 0) return nullptr;
+    std::uint32_t const hash = hashOf(local, uri);
+    for (Name* n = buckets_[hash & (bucketCount_ - 1)]; n != nullptr; n = n->nextInBucket) {
+        if (n->hash == hash && n->local == local && n->uri == uri) return n->expanded;
+    }
+    return nullptr;
+}
+
+void NameTable::grow() {
+    std::size_t const count = bucketCount_ == 0 ? firstBucketCount : bucketCount_ * 2;
+    auto** buckets = static_cast<Name**>(::operator new(count * sizeof(Name*)));
+    std::memset(buckets, 0, count * sizeof(Name*));
+    for (std::size_t i = 0; i != bucketCount_; ++i) {
+        for (Name* n = buckets_[i]; n != nullptr;) {
+            Name* const following = n->nextInBucket;
+            Name*& bucket = buckets[n->hash & (count - 1)];
+            n->nextInBucket = bucket;
+            bucket = n;
+            n = following;
+        }
+    }
+    ::operator delete(buckets_);
+    buckets_ = buckets;
+    bucketCount_ = count;
+}
+
+std::wstring_view NameTable::wideForm(Name& name) {
+    if (name.wide == nullptr) {
+        std::size_t const most = platform::wideLength(name.qualified) + 1;
+        auto* wide =
+            static_cast<wchar_t*>(arena_.newPermanent(most * sizeof(wchar_t), alignof(wchar_t)));
+        wchar_t* const end = platform::widenUtf8(name.qualified, wide);
+        *end = L'\0';
+        name.wide = wide;
+        name.wideLength = static_cast<std::uint32_t>(end - wide);
+    }
+    return {name.wide, name.wideLength};
+}
+
+} // namespace tibxml::tree

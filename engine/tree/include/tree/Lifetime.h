@@ -1,0 +1,28 @@
+// When detached nodes are given back to the arena: as soon as no handle refers to any node of their
+// subtree.
+#pragma once
+
+#include <tree/Document.h>
+
+namespace tibxml::tree {
+
+// Must be told of every handle that starts (handle just set) or stops (handle just cleared)
+// referring to a node. A detached subtree whose last handle stopped is destroyed. The first throws
+// std::bad_alloc.
+void handleAttached(Document& document, Node* node);
+void handleReleased(Document& document, Node* node) noexcept;
+
+// Takes a node (or attribute) out of its parent and destroys its subtree unless a handle refers
+// into it; then it lives on as a detached subtree. Throws std::bad_alloc before anything changed.
+void remove(Document& document, Node* node);
+
+// Removes all children of a node in this way.
+void removeChildren(Document& document, Node* parent);
+
+// Gives a subtree without parent and without handles back to the arena.
+void destroy(Document& document, Node* subtree) noexcept;
+
+// Empties the document: what has handles lives on detached.
+void clear(Document& document);
+
+} // namespace tibxml::tree
