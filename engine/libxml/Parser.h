@@ -1,0 +1,54 @@
+// One run of libxml2's parser over a source: its events go to a TreeBuilder, its errors into a
+// ReadError, and nothing of it reaches the process-wide state of the library.
+#pragma once
+
+#include <exception>
+#include <memory>
+
+#include <libxml/parser.h>
+
+#include <reader/Reader.h>
+
+#include "TreeBuilder.h"
+
+namespace tibxml::reader {
+
+enum class EncodingRule { detect, alwaysUtf8 };
+
+class Parser {
+public:
+    Parser(tree::Document& document, ByteSource& source, EncodingRule rule, ReadError& error);
+    Parser(Parser const&) = delete;
+    Parser& operator=(Parser const&) = delete;
+    ~Parser() = default;
+
+    // True when the whole document was read; otherwise the error is filled. Throws std::bad_alloc
+    // and what the builder throws.
+    bool run();
+
+private:
+    friend struct ParserEvents; // the functions that the parser calls
+
+    struct FreeContext {
+        void operator()(xmlParserCtxt* context) const noexcept { xmlFreeParserCtxt(context); }
+    };
+
+    // The first error counts; everything after it may only be its consequence.
+    void fail(std::uint32_t code, std::string_view reason) noexcept;
+    void stop(std::uint32_t code, std::string_view reason) noexcept;
+    void stopForException() noexcept;
+    void locate();
+    void readDeclaration();
+    std::string_view encodingName() const noexcept;
+    std::string_view startTagSource() const noexcept;
+    bool isReference(char const* text) const noexcept;
+
+    ByteSource& source_;
+    ReadError& error_;
+    EncodingRule rule_;
+    TreeBuilder builder_;
+    std::unique_ptr<xmlParserCtxt, FreeContext> context_;
+    std::exception_ptr exception_;
+};
+
+} // namespace tibxml::reader

@@ -1,0 +1,39 @@
+// Walks over the text of a start tag to tell namespace declarations from other attributes: the
+// parser reports the two in separate lists and does not say how they were mixed.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace tibxml::reader {
+
+class TagSource {
+public:
+    // `tag` begins with '<', is well formed and ends where its attributes do.
+    explicit TagSource(std::string_view tag) noexcept : rest_{tag} {
+        rest_.remove_prefix(std::min(rest_.find_first_of(space), rest_.size()));
+    }
+
+    // Steps over the next attribute and says whether it declares a namespace.
+    bool nextIsDeclaration() noexcept {
+        rest_.remove_prefix(std::min(rest_.find_first_not_of(space), rest_.size()));
+        std::string_view const name = rest_.substr(0, rest_.find_first_of(" \t\r\n="));
+        skipValue();
+        return name == "xmlns" || name.starts_with("xmlns:");
+    }
+
+private:
+    static constexpr std::string_view space = " \t\r\n";
+
+    void skipValue() noexcept {
+        std::size_t const open = rest_.find_first_of("\"'");
+        if (open == std::string_view::npos) return rest_.remove_prefix(rest_.size());
+        std::size_t const close = rest_.find(rest_[open], open + 1);
+        rest_.remove_prefix(close == std::string_view::npos ? rest_.size() : close + 1);
+    }
+
+    std::string_view rest_;
+};
+
+} // namespace tibxml::reader

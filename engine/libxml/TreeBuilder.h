@@ -1,0 +1,92 @@
+// Builds a tree from the parser's events.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <tree/Document.h>
+
+namespace tibxml::reader {
+
+// What the parser says about one attribute: five pointers in a row.
+struct ParsedAttribute {
+    unsigned char const* local;
+    unsigned char const* prefix;
+    unsigned char const* uri;
+    unsigned char const* value;
+    unsigned char const* valueEnd;
+};
+
+// What it says about one namespace declaration.
+struct ParsedDeclaration {
+    unsigned char const* prefix; // null for the default namespace
+    unsigned char const* uri;
+};
+
+// A start tag as the parser hands it over. Names and URIs are its dictionary's strings: equal ones
+// have equal addresses while one document is read.
+struct ParsedStartTag {
+    unsigned char const* local;
+    unsigned char const* prefix;
+    unsigned char const* uri;
+    ParsedDeclaration const* declarations;
+    int declarationCount;
+    ParsedAttribute const* attributes;
+    int attributeCount;
+    // The tag's text up to the end of its attributes; asked for only to find the place of
+    // declarations among attributes.
+    std::string_view source;
+};
+
+// All functions throw std::bad_alloc; texts above 4 GiB throw std::length_error.
+class TreeBuilder {
+public:
+    explicit TreeBuilder(tree::Document& document);
+
+    void declaration(std::string_view content);
+    void startElement(ParsedStartTag const& tag);
+    void endElement();
+    // One piece of a text. White space from a character reference counts as text.
+    void characters(std::string_view piece, bool fromReference);
+    void cdata(std::string_view content);
+    void comment(std::string_view content);
+    void processingInstruction(std::string_view target, std::string_view data);
+
+    int depth() const noexcept { return depth_; }
+
+private:
+    struct CachedName {
+        unsigned char const* local;
+        unsigned char const* prefix;
+        unsigned char const* uri;
+        tree::Name* name;
+    };
+
+    struct SpaceScope {
+        int depth;
+        bool preserve;
+    };
+
+    tree::Name* nameOf(unsigned char const* local, unsigned char const* prefix,
+                       unsigned char const* uri);
+    void addAttribute(tree::Node* element, ParsedAttribute const& attribute);
+    void addDeclaration(tree::Node* element, ParsedDeclaration const& declaration);
+    void addInSourceOrder(tree::Node* element, ParsedStartTag const& tag);
+    void noteSpace(std::string_view value);
+    bool keepsWhiteSpace() const noexcept;
+    void flushText();
+    void markBreak() noexcept;
+    void append(tree::NodeKind kind, tree::Name* name, std::string_view content);
+
+    tree::Document& document_;
+    tree::Node* parent_;
+    int depth_ = 0;
+    std::string text_;                    // of the run of characters that is being read
+    bool textHasContent_ = false;         // more than white space that lays the document out
+    std::vector<SpaceScope> spaceScopes_; // of the open elements that carry xml:space
+    std::array<CachedName, 256> names_{}; // by address of the local name
+};
+
+} // namespace tibxml::reader
