@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Every source file is named in a CMakeLists.txt, every folder of tests in the one above it.
+"""Every source file is named in a CMakeLists.txt, every folder of tests in the one above it, every
+page of the guide among those whose examples are run.
 
 Files are listed by name in this project, so a forgotten one is compiled by nobody and its tests
 drop out in silence. A project of its own (one with `project(`) needs no folder above it.
@@ -48,12 +49,22 @@ def unlisted_folders(root):
             yield f"{directory.relative_to(root)}: not added by the folder above"
 
 
+def unlisted_pages(root):
+    text = build_text(root / "tests" / "docs") or ""
+    for page in checking.files_under(root / "docs" / "guide", {".md"}):
+        name = page.relative_to(root).as_posix()
+        if not names(text, name):
+            yield f"{name}: its examples are not named in tests/docs/CMakeLists.txt"
+
+
 def find_faults(root):
-    return [*unlisted_sources(root), *unlisted_folders(root)]
+    return [*unlisted_sources(root), *unlisted_folders(root), *unlisted_pages(root)]
 
 
 GOOD = {
-    "tests/CMakeLists.txt": "add_subdirectory(tree)\n",
+    "tests/CMakeLists.txt": "foreach(folder tree docs)\n  add_subdirectory(${folder})\nendforeach()\n",
+    "tests/docs/CMakeLists.txt": "foreach(page docs/guide/paths.md)\n",
+    "docs/guide/paths.md": "",
     "tests/tree/CMakeLists.txt": "tibxml_test_program(tree_tests SOURCES NodeTest.cpp deep/ATest.cpp)\n",
     "tests/tree/NodeTest.cpp": "",
     "tests/tree/deep/ATest.cpp": "",
@@ -74,6 +85,7 @@ CASES = [
     checking.Case("a folder without build file", GOOD | {"tests/query/ATest.cpp": ""}, "query/ATest.cpp"),
     checking.Case("a folder that nobody adds",
                   GOOD | {"tests/query/CMakeLists.txt": ""}, "tests/query: not added"),
+    checking.Case("a forgotten page", GOOD | {"docs/guide/nodes.md": ""}, "docs/guide/nodes.md"),
 ]
 
 if __name__ == "__main__":
