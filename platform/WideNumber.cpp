@@ -1,0 +1,113 @@
+#include <TibXml/platform/WideNumber.h>
+
+#include <charconv>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+#include <cwctype>
+#include <limits>
+#include <type_traits>
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the platform's own names
+
+double _wtof(wchar_t const* text) noexcept {
+    return text == nullptr ? 0.0 : std::wcstod(text, nullptr);
+}
+
+int _wtoi(wchar_t const* text) noexcept {
+    wchar_t const* end = nullptr;
+    return text == nullptr ? 0 : tibxml::platform::parseInt32(text, &end);
+}
+
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace tibxml::platform {
+
+namespace {
+
+bool isDigit(wchar_t character) noexcept {
+    return character >= L'0' && character <= L'9';
+}
+
+/// The digits' value, or `limit` when that is less.
+std::uint64_t parseDigits(wchar_t const*& text, std::uint64_t limit) noexcept {
+    std::uint64_t value = 0;
+    for (; isDigit(*text); ++text) {
+        auto const digit = static_cast<std::uint64_t>(*text - L'0');
+        value = value > (limit - digit) / 10 ? limit : value * 10 + digit;
+    }
+    return value;
+}
+
+template <class Integer>
+Integer parseInteger(wchar_t const* text, wchar_t const** end) noexcept {
+    using Unsigned = std::make_unsigned_t<Integer>;
+    constexpr auto greatest = static_cast<Unsigned>(std::numeric_limits<Integer>::max());
+    *end = text;
+    while (!isDigit(*text) && std::iswspace(static_cast<std::wint_t>(*text)) != 0)
+        ++text;
+    auto const negative = *text == L'-';
+    if (negative || *text == L'+') ++text;
+    if (!isDigit(*text)) return 0;
+    auto const limit = static_cast<std::uint64_t>(greatest) + (negative ? 1u : 0u);
+    auto const value = static_cast<Unsigned>(parseDigits(text, limit));
+    *end = text;
+    return static_cast<Integer>(negative ? Unsigned{0} - value : value);
+}
+
+/// The decimal separator of the C locale, where it is one character; a full stop otherwise.
+wchar_t decimalSeparator() noexcept {
+    auto const* const separator = std::localeconv()->decimal_point;
+    if (separator[0] == '.' && separator[1] == '\0') return L'.';
+    wchar_t character = L'.';
+    std::mbstate_t state{};
+    auto const length = std::mbrtowc(&character, separator, std::strlen(separator), &state);
+    return length > 0 && length <= std::strlen(separator) ? character : L'.';
+}
+
+template <std::size_t Capacity>
+void appendAscii(NumberText<Capacity>& text, char const* from, char const* end) noexcept {
+    for (; from != end; ++from)
+        text.append(static_cast<wchar_t>(*from));
+}
+
+template <class Integer>
+IntegerText decimal(Integer number) noexcept {
+    std::array<char, 20> digits; // NOLINT(*-member-init): to_chars fills it
+    IntegerText text;
+    appendAscii(text, digits.data(),
+                std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr);
+    return text;
+}
+
+} // namespace
+
+std::int32_t parseInt32(wchar_t const* text, wchar_t const** end) noexcept {
+    return parseInteger<std::int32_t>(text, end);
+}
+
+std::int64_t parseInt64(wchar_t const* text, wchar_t const** end) noexcept {
+    return parseInteger<std::int64_t>(text, end);
+}
+
+IntegerText signedText(std::int64_t number) noexcept {
+    return decimal(number);
+}
+
+IntegerText unsignedText(std::uint64_t number) noexcept {
+    return decimal(number);
+}
+
+DoubleText doubleText(double number) noexcept {
+    std::array<char, 1 + 309 + 1 + 6> digits; // NOLINT(*-member-init): to_chars fills it
+    auto const end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                   std::chars_format::fixed, 6)
+                         .ptr;
+    DoubleText text;
+    for (auto const* from = digits.data(); from != end; ++from)
+        text.append(*from == '.' ? decimalSeparator() : static_cast<wchar_t>(*from));
+    return text;
+}
+
+} // namespace tibxml::platform

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <TibXml/platform/WindowsTypes.h>
+
+#include <array>
+#include <concepts>
+#include <cstddef>
+#include <string_view>
+#include <type_traits>
+
+// Numbers from and to wide text as the Windows runtime library has them, where `long` is 32-bit.
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the platform's own names
+
+/// The number at the beginning of a text: white space in front is skipped, what follows the number
+/// is ignored, the decimal separator is that of the current C locale. 0 when there is no number,
+/// and for null.
+double _wtof(wchar_t const* text) noexcept;
+
+/// The decimal integer at the beginning of a text, as `tibxml::platform::parseInt32` has it. 0 when
+/// there is none, and for null.
+int _wtoi(wchar_t const* text) noexcept;
+
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace tibxml::platform {
+
+/// Reads a decimal integer: white space as `std::iswspace` has it, a sign, digits 0 to 9. A number
+/// beyond the type becomes the type's nearest limit, all its digits count as read. `*end` is where
+/// reading stopped: at `text` itself when there was no digit, and then the result is 0.
+std::int32_t parseInt32(wchar_t const* text, wchar_t const** end) noexcept;
+std::int64_t parseInt64(wchar_t const* text, wchar_t const** end) noexcept;
+
+/// The characters of a number, in a buffer of its own and with a NUL after them.
+template <std::size_t Capacity>
+class NumberText {
+public:
+    std::wstring_view view() const noexcept { return {text_.data(), length_}; }
+
+    operator wchar_t const*() const noexcept { return text_.data(); }
+
+    /// Adds a character; there has to be room.
+    void append(wchar_t character) noexcept {
+        text_[length_++] = character;
+        text_[length_] = L'\0';
+    }
+
+private:
+    std::size_t length_ = 0;
+    std::array<wchar_t, Capacity + 1> text_{};
+};
+
+using IntegerText = NumberText<20>; ///< the longest: -9223372036854775808
+
+/// A sign, the 309 digits of the greatest double, the separator and six more digits.
+using DoubleText = NumberText<1 + 309 + 1 + 6>;
+
+IntegerText signedText(std::int64_t number) noexcept;
+IntegerText unsignedText(std::uint64_t number) noexcept;
+
+/// The plain decimal digits of an integer, with a minus sign when it is negative.
+template <std::integral Integer>
+IntegerText integerText(Integer number) noexcept {
+    if constexpr (std::is_signed_v<Integer>) {
+        return signedText(number);
+    } else {
+        return unsignedText(number);
+    }
+}
+
+/// A number with exactly six digits after the decimal separator, which is that of the current C
+/// locale, and no exponent: what "%f" makes. "inf" and "nan" with their sign for what is no number.
+DoubleText doubleText(double number) noexcept;
+
+} // namespace tibxml::platform
