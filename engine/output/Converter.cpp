@@ -1,0 +1,67 @@
+#include "Converter.h"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <iconv.h>
+
+#include <output/Encoding.h>
+
+namespace tibxml::output {
+
+namespace {
+
+constexpr std::size_t failed = static_cast<std::size_t>(-1);
+
+iconv_t const noConverter = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
+
+// The interface asks for a pointer to characters that it never changes.
+char* readOnly(std::string_view text) noexcept {
+    return const_cast<char*>(text.data()); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+}
+
+} // namespace
+
+Converter::Converter(std::string const& encoding) : handle_{iconv_open(encoding.c_str(), "UTF-8")} {
+    if (handle_ == noConverter)
+        throw EncodingError{"a document cannot be saved in the unknown encoding " + encoding};
+}
+
+Converter::~Converter() {
+    iconv_close(handle_);
+}
+
+bool Converter::canConvert(std::string_view character) {
+    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+    std::array<char, 32> scratch;
+    char* in = readOnly(character);
+    char* out = scratch.data();
+    std::size_t inLeft = character.size();
+    std::size_t outLeft = scratch.size();
+    // Some characters are dropped in silence, and that is not having them.
+    return iconv(handle_, &in, &inLeft, &out, &outLeft) == 0 && outLeft < scratch.size();
+}
+
+void Converter::convert(std::string_view utf8, Sink& bytes) {
+    std::array<char, 16384> buffer;
+    char* in = readOnly(utf8);
+    std::size_t inLeft = utf8.size();
+    while (inLeft > 0) {
+        char* out = buffer.data();
+        std::size_t outLeft = buffer.size();
+        std::size_t const result = iconv(handle_, &in, &inLeft, &out, &outLeft);
+        if (result == failed && errno != E2BIG)
+            throw EncodingError{"a character does not exist in the encoding to save in"};
+        bytes.write({buffer.data(), buffer.size() - outLeft});
+    }
+}
+
+void Converter::finish(Sink& bytes) {
+    std::array<char, 64> buffer;
+    char* out = buffer.data();
+    std::size_t outLeft = buffer.size();
+    iconv(handle_, nullptr, nullptr, &out, &outLeft);
+    if (outLeft < buffer.size()) bytes.write({buffer.data(), buffer.size() - outLeft});
+}
+
+} // namespace tibxml::output

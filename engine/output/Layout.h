@@ -1,0 +1,30 @@
+// Where white space may be added or must be protected, so that a reader which drops white space
+// between markup gets the same tree back.
+#pragma once
+
+#include <tree/Node.h>
+
+namespace tibxml::output {
+
+// Nodes that leave a trace in the text, which empty texts do not. Null when there is none.
+inline tree::Node const* writtenFrom(tree::Node const* node) noexcept {
+    while (node != nullptr && node->is(tree::NodeKind::text) && node->text().empty())
+        node = node->next;
+    return node;
+}
+
+inline tree::Node const* firstWritten(tree::Node const& parent) noexcept {
+    return writtenFrom(parent.firstChild());
+}
+
+// White space next to a text would become part of it. A CDATA section stays apart from what is
+// around it.
+inline bool allowsBreak(tree::Node const* neighbour) noexcept {
+    return neighbour == nullptr || !neighbour->is(tree::NodeKind::text);
+}
+
+// Whether a text is the first of a run of adjacent texts which a reader would take for layout, the
+// whole run being white space.
+bool startsBlankRun(tree::Node const& text) noexcept;
+
+} // namespace tibxml::output

@@ -1,0 +1,166 @@
+#include "StartTagNames.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include <tree/Name.h>
+#include <tree/Navigation.h>
+
+namespace tibxml::output {
+
+using tree::Name;
+using tree::Node;
+
+namespace {
+
+Binding declarationIn(Node const& attribute) noexcept {
+    Name const& name = *attribute.name;
+    return {name.prefix.empty() ? std::string_view{} : name.local, attribute.text()};
+}
+
+bool isReserved(std::string_view prefix) noexcept {
+    return prefix == "xml" || prefix == "xmlns";
+}
+
+// Collects what one start tag needs. Its element's own declarations come first, because what they
+// say cannot be said differently on the same element.
+class Resolver {
+public:
+    Resolver(Node const& element, NamespaceScope& scope)
+        : element_{element},
+          scope_{scope},
+          outside_{scope.size()} {}
+
+    StartTagNames resolve(std::vector<Binding> const& wanted) {
+        enterOwnDeclarations();
+        names_.elementPrefix = prefixForElement();
+        for (Binding const& binding : wanted)
+            if (isFree(binding.prefix) && !takesOverElement(binding)) add(binding);
+        for (Node const* a = element_.firstAttribute(); a != nullptr; a = a->next)
+            if (!a->name->declaresNamespace) resolveAttribute(*a);
+        return std::move(names_);
+    }
+
+private:
+    void enterOwnDeclarations() {
+        for (Node const* a = element_.firstAttribute(); a != nullptr; a = a->next)
+            if (a->name->declaresNamespace && isWritten(*a)) scope_.declare(declarationIn(*a));
+    }
+
+    std::string_view prefixForElement() {
+        Name const& name = *element_.name;
+        if (scope_.suitsElement(name)) return name.prefix;
+        if (isFree(name.prefix) && name.uri != tree::xmlNamespace)
+            return add({name.prefix, name.uri});
+        return otherPrefix(name.uri);
+    }
+
+    void resolveAttribute(Node const& attribute) {
+        Name const& name = *attribute.name;
+        if (scope_.suitsAttribute(name)) return;
+        if (!name.prefix.empty() && isFree(name.prefix) && name.uri != tree::xmlNamespace) {
+            add({name.prefix, name.uri});
+        } else {
+            names_.changed.push_back({&attribute, otherPrefix(name.uri)});
+        }
+    }
+
+    std::string_view otherPrefix(std::string_view uri) {
+        std::string_view const known = scope_.prefixFor(uri);
+        return known.empty() ? add({scope_.unusedPrefix(), uri}) : known;
+    }
+
+    std::string_view add(Binding binding) {
+        scope_.declare(binding);
+        names_.added.push_back(binding);
+        return binding.prefix;
+    }
+
+    bool isFree(std::string_view prefix) const noexcept {
+        return !isReserved(prefix) && !scope_.declaredSince(outside_, prefix);
+    }
+
+    // The element may rely on its prefix meaning what it means outside.
+    bool takesOverElement(Binding binding) const noexcept {
+        return binding.prefix == names_.elementPrefix && binding.uri != element_.name->uri;
+    }
+
+    Node const& element_;
+    NamespaceScope& scope_;
+    std::size_t outside_;
+    StartTagNames names_;
+};
+
+// What the ancestors declare, the nearest first, without what nearer ones say differently.
+std::vector<Binding> declaredAbove(Node const& top) {
+    std::vector<Binding> found;
+    auto const enter = [&found](Binding binding) {
+        bool const hidden = std::any_of(found.begin(), found.end(), [&](Binding const& nearer) {
+            return nearer.prefix == binding.prefix;
+        });
+        if (!hidden) found.push_back(binding);
+    };
+    for (Node const* node = top.parent; node != nullptr; node = node->parent)
+        for (Node const* a = node->firstAttribute(); a != nullptr; a = a->next)
+            if (a->name->declaresNamespace && isWritten(*a)) enter(declarationIn(*a));
+    return found;
+}
+
+// Sorts out which bindings the names of a subtree use.
+class Usage {
+public:
+    explicit Usage(std::vector<Binding> bindings)
+        : bindings_{std::move(bindings)},
+          used_(bindings_.size(), false) {}
+
+    void add(Name const& name) {
+        if (name.uri.empty() || &name == last_) return;
+        last_ = &name;
+        for (std::size_t i = 0; i < bindings_.size(); ++i)
+            if (bindings_[i].prefix == name.prefix && bindings_[i].uri == name.uri) used_[i] = true;
+    }
+
+    std::vector<Binding> used() const {
+        std::vector<Binding> result;
+        for (std::size_t i = 0; i < bindings_.size(); ++i)
+            if (used_[i]) result.push_back(bindings_[i]);
+        return result;
+    }
+
+private:
+    std::vector<Binding> bindings_;
+    std::vector<bool> used_;
+    Name const* last_ = nullptr;
+};
+
+} // namespace
+
+StartTagNames resolveNames(Node const& element, std::vector<Binding> const& wanted,
+                           NamespaceScope& scope) {
+    return Resolver{element, scope}.resolve(wanted);
+}
+
+bool isWritten(Node const& attribute) noexcept {
+    if (!attribute.name->declaresNamespace) return true;
+    auto const [prefix, uri] = declarationIn(attribute);
+    if (uri == tree::xmlnsNamespace) return false;
+    if ((uri == tree::xmlNamespace) != (prefix == "xml")) return false;
+    if (!prefix.empty()) return !uri.empty() && prefix != "xmlns";
+    Node const* const element = attribute.parent;
+    Name const& owner = *element->name;
+    return uri.empty() || !owner.uri.empty() || !owner.prefix.empty();
+}
+
+std::vector<Binding> inheritedNamespaces(Node const& top) {
+    std::vector<Binding> above = declaredAbove(top);
+    if (above.empty()) return {};
+    Usage usage{std::move(above)};
+    for (Node const* node = &top; node != nullptr; node = tree::nextInSubtree(node, &top)) {
+        if (node->is(tree::NodeKind::element)) usage.add(*node->name);
+        for (Node const* a = node->firstAttribute(); a != nullptr; a = a->next)
+            usage.add(*a->name);
+    }
+    return usage.used();
+}
+
+} // namespace tibxml::output

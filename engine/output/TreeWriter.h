@@ -1,0 +1,59 @@
+// Writes a node and what is below it.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include <tree/Node.h>
+
+#include "MarkupWriter.h"
+#include "NamespaceScope.h"
+#include "StartTagNames.h"
+
+namespace tibxml::output {
+
+class TreeWriter {
+public:
+    // With layout, line ends and tabs are written where the reader dropped white space, and blank
+    // text is protected from being dropped; without it, readers keep all white space.
+    TreeWriter(MarkupWriter& out, bool layout) noexcept : out_{out}, layout_{layout} {}
+
+    // Writes the subtree of a node that is not a document; `wanted` are namespaces to declare on
+    // it.
+    void write(tree::Node const& top, std::vector<Binding> wanted);
+
+private:
+    // What an element changed for its subtree, and what its end tag must know.
+    struct Frame {
+        tree::Node const* element;
+        std::string_view prefix;
+        std::size_t scopeSize;
+        bool keptBlanks; // what holds again behind the element
+    };
+
+    tree::Node const* open(tree::Node const& node);
+    void close(tree::Node const& element);
+    void writeLeaf(tree::Node const& node);
+    void writeText(tree::Node const& text);
+    tree::Node const* openElement(tree::Node const& element);
+    void startTag(tree::Node const& element);
+    void startTagInNewFrame(tree::Node const& element);
+    void writeDeclaration(Binding binding);
+    void writeAttributes(tree::Node const& element, StartTagNames const& names);
+    void noticeSpace(tree::Node const& attribute) noexcept;
+    void leaveFrame(tree::Node const& element) noexcept;
+    bool isPlain(tree::Node const& element) noexcept;
+    void breakLine(bool marked, tree::Node const* before, tree::Node const* after,
+                   std::size_t depth);
+
+    MarkupWriter& out_;
+    bool layout_;
+    bool keepsBlanks_ = false; // the nearest xml:space says so
+    std::size_t depth_ = 0;
+    NamespaceScope scope_;
+    std::vector<Binding> wanted_; // for the next start tag
+    std::vector<Frame> frames_;
+};
+
+} // namespace tibxml::output
