@@ -1,0 +1,93 @@
+#pragma once
+
+#include <TibXml/engine/IXMLDOMAttribute.h>
+#include <TibXml/engine/IXMLDOMElement.h>
+#include <TibXml/engine/IXMLDOMNamedNodeMap.h>
+#include <TibXml/engine/IXMLDOMNodeList.h>
+#include <TibXml/engine/IXMLDOMParseError.h>
+
+inline constexpr CLSID CLSID_DOMDocument60{
+    0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
+
+inline constexpr IID IID_IXMLDOMDocument{
+    0x2933BF81, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+
+/// A document. It lives as long as anything refers to it or to one of its nodes.
+class IXMLDOMDocument : public IXMLDOMNode {
+public:
+    /// The root element; `S_FALSE` when there is none.
+    virtual HRESULT get_documentElement(IXMLDOMElement** element) = 0;
+
+    /// A new detached node of this document. `type` is a `DOMNodeType` in an integer variant:
+    /// element, attribute, text, CDATA section, comment or processing instruction. An empty or null
+    /// namespace means none; a prefixed name without a namespace gets that of its prefix where the
+    /// node is inserted. `E_FAIL` for a name that is not valid, `E_INVALIDARG` for another type.
+    virtual HRESULT createNode(VARIANT type, BSTR name, BSTR namespaceURI, IXMLDOMNode** node) = 0;
+
+    /// A new detached attribute with an empty value; names as for `createNode`.
+    virtual HRESULT createAttribute(BSTR name, IXMLDOMAttribute** attribute) = 0;
+
+    /// Replaces the content by that of a file (a string variant with its path) or of a stream (an
+    /// object variant, read from its current position to the end). `S_OK` and true, or `S_FALSE`
+    /// and false with an empty document and the reason in `get_parseError`. `E_INVALIDARG` for
+    /// another kind of variant, which changes nothing.
+    virtual HRESULT load(VARIANT source, VARIANT_BOOL* isSuccessful) = 0;
+
+    /// The same from a string, up to its first NUL; the encoding it declares does not count.
+    virtual HRESULT loadXML(BSTR text, VARIANT_BOOL* isSuccessful) = 0;
+
+    /// Writes the document in its declared encoding to a file, which is replaced as a whole or not
+    /// at all, or to a stream; variants as for `load`.
+    virtual HRESULT save(VARIANT destination) = 0;
+
+    /// Why the last load failed; always an object, with error code 0 when it did not.
+    virtual HRESULT get_parseError(IXMLDOMParseError** error) = 0;
+
+    /// Whether loading keeps text that is nothing but white space; false at first.
+    virtual HRESULT get_preserveWhiteSpace(VARIANT_BOOL* preserves) = 0;
+    virtual HRESULT put_preserveWhiteSpace(VARIANT_BOOL preserves) = 0;
+
+protected:
+    ~IXMLDOMDocument() = default;
+};
+
+inline constexpr IID IID_IXMLDOMDocument2{
+    0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+
+/// A document with properties.
+class IXMLDOMDocument2 : public IXMLDOMDocument {
+public:
+    /// Sets one of these, by its exact name: "SelectionNamespaces" (a string of declarations such
+    /// as `xmlns:p='urn:x'`, the prefixes that queries may use), "SelectionLanguage" ("XPath" is
+    /// the only one), "NewParser" and "AllowDocumentFunction" (booleans; an integer counts as true
+    /// unless it is 0). `E_FAIL` for another name or value; after a failed "SelectionNamespaces" no
+    /// prefix works until it is set again.
+    virtual HRESULT setProperty(BSTR name, VARIANT value) = 0;
+
+    /// Reads what `setProperty` set. `E_FAIL` for an unknown name.
+    virtual HRESULT getProperty(BSTR name, VARIANT* value) = 0;
+
+protected:
+    ~IXMLDOMDocument2() = default;
+};
+
+inline constexpr IID IID_IXMLDOMDocument3{
+    0x2933BF96, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+
+/// The document interface that the library asks for.
+class IXMLDOMDocument3 : public IXMLDOMDocument2 {
+protected:
+    ~IXMLDOMDocument3() = default;
+};
+
+template <>
+struct tibxml::platform::InterfaceTraits<IXMLDOMDocument>
+    : InterfaceIs<IID_IXMLDOMDocument, IXMLDOMNode> {};
+
+template <>
+struct tibxml::platform::InterfaceTraits<IXMLDOMDocument2>
+    : InterfaceIs<IID_IXMLDOMDocument2, IXMLDOMDocument> {};
+
+template <>
+struct tibxml::platform::InterfaceTraits<IXMLDOMDocument3>
+    : InterfaceIs<IID_IXMLDOMDocument3, IXMLDOMDocument2> {};
