@@ -1,5 +1,9 @@
 #include <tree/Lifetime.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <new>
+
 #include <tree/Editing.h>
 #include <tree/Navigation.h>
 
@@ -44,9 +48,21 @@ void noteHandles(Document& document, Node const* subtree) {
         document.detachedHandles[subtree] = handles;
 }
 
+// Gives back a detached subtree without handles, now or when the last pin is gone.
+void dispose(Document& document, Node* subtree) noexcept {
+    if (document.pins == 0) return destroy(document, subtree);
+    if ((subtree->flags & awaitsDisposal) != 0) return;
+    try {
+        document.awaitingDisposal.push_back(subtree);
+        subtree->flags |= awaitsDisposal;
+    } catch (std::bad_alloc const&) {
+        return; // it stays until the document goes
+    }
+}
+
 void takeOut(Document& document, Node* subtree) noexcept {
     unlink(document, subtree);
-    if (!document.detachedHandles.contains(subtree)) destroy(document, subtree);
+    if (!document.detachedHandles.contains(subtree)) dispose(document, subtree);
 }
 
 } // namespace
@@ -62,7 +78,26 @@ void handleReleased(Document& document, Node* node) noexcept {
     auto const entry = document.detachedHandles.find(root);
     if (--entry->second != 0) return;
     document.detachedHandles.erase(entry);
-    destroy(document, root);
+    dispose(document, root);
+}
+
+void pin(Document& document) noexcept {
+    ++document.pins;
+}
+
+void unpin(Document& document) noexcept {
+    if (--document.pins != 0) return;
+    // What was attached again in the meantime, or got a handle, is nobody's to dispose of. That is
+    // settled for all before any of them goes, because one may lie in another by now.
+    auto& waiting = document.awaitingDisposal;
+    auto const stays = [&](Node* node) {
+        node->flags &= static_cast<std::uint8_t>(~awaitsDisposal);
+        return node->parent != nullptr || document.detachedHandles.contains(node);
+    };
+    waiting.erase(std::remove_if(waiting.begin(), waiting.end(), stays), waiting.end());
+    for (Node* node : waiting)
+        destroy(document, node);
+    waiting.clear();
 }
 
 void remove(Document& document, Node* node) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include <tree/Arena.h>
 #include <tree/Name.h>
@@ -51,6 +52,10 @@ public:
     // Detached subtrees stay while a handle refers to one of their nodes. The count is kept per
     // root of a detached subtree; see Lifetime.h.
     std::unordered_map<Node const*, std::size_t> detachedHandles;
+
+    // While somebody holds plain pointers to nodes, detached subtrees wait here for their disposal.
+    std::size_t pins = 0;
+    std::vector<Node*> awaitingDisposal;
 
     // What the query layer remembers about this document; valid only for the version it notes
     // itself.

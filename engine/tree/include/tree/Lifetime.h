@@ -12,6 +12,11 @@ namespace tibxml::tree {
 void handleAttached(Document& document, Node* node);
 void handleReleased(Document& document, Node* node) noexcept;
 
+// Between these no node's memory is given back, so that plain pointers to nodes (in the result of a
+// query) stay valid whatever is removed.
+void pin(Document& document) noexcept;
+void unpin(Document& document) noexcept;
+
 // Takes a node (or attribute) out of its parent and destroys its subtree unless a handle refers
 // into it; then it lives on as a detached subtree. Throws std::bad_alloc before anything changed.
 void remove(Document& document, Node* node);

@@ -24,11 +24,13 @@ enum class NodeKind : std::uint8_t {
     declaration, // the XML declaration: a child of the document that queries do not see
 };
 
-// Where the reader dropped white space that only lays the document out, so that the serialiser can
-// lay it out again.
 enum NodeFlag : std::uint8_t {
+    // Where the reader dropped white space that only lays the document out, so that the serialiser
+    // can lay it out again.
     breakAfter = 1,  // a dropped run followed this node
     breakInside = 2, // a dropped run was the first thing in this element
+
+    awaitsDisposal = 4, // see Lifetime.h
 };
 
 struct Node {
