@@ -4,6 +4,12 @@ include(CMakePackageConfigHelpers)
 # The directories whose headers a caller may include; all of them install into one.
 set(TIBXML_PUBLIC_DIRECTORIES platform/include tibutils/include engine/api/include include)
 
+# Headers among them that are offered to our own folders only: what they declare is not exported.
+set(TIBXML_INTERNAL_HEADERS ComObject.h ErrnoResult.h Utf.h WideNumber.h)
+foreach(header IN LISTS TIBXML_INTERNAL_HEADERS)
+  list(APPEND not_installed PATTERN ${header} EXCLUDE)
+endforeach()
+
 add_library(TibXml SHARED)
 add_library(TibXml::TibXml ALIAS TibXml)
 set_target_properties(
@@ -28,7 +34,7 @@ foreach(directory IN LISTS TIBXML_PUBLIC_DIRECTORIES)
   target_include_directories(TibXml
                              INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/${directory}>)
   install(DIRECTORY ${directory}/TibXml DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-          FILES_MATCHING PATTERN "*.h")
+          FILES_MATCHING PATTERN "*.h" ${not_installed})
 endforeach()
 target_include_directories(TibXml INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 
