@@ -1,0 +1,9 @@
+#pragma once
+
+// Everything that the library offers.
+#include <TibXml/EnginePtr.h>
+#include <TibXml/WXPath.h>
+#include <TibXml/WXmlDoc.h>
+#include <TibXml/WXmlNode.h>
+#include <TibXml/WXmlNodeList.h>
+#include <TibXml/WXmlValueAccessor.h>
