@@ -25,6 +25,7 @@ public:
     // The cache of the calling thread; it lives until the thread ends.
     static QueryCache& forThisThread();
 
+    // The capacity is at least 1.
     explicit QueryCache(std::size_t capacity = defaultCapacity);
     QueryCache(QueryCache const&) = delete;
     QueryCache& operator=(QueryCache const&) = delete;
@@ -59,6 +60,9 @@ private:
 
     std::uint32_t find(std::size_t hash, std::wstring_view expression,
                        Namespaces const& namespaces) const noexcept;
+    std::shared_ptr<Query const> const& keep(std::size_t hash, std::wstring_view expression,
+                                             Namespaces const& namespaces,
+                                             std::shared_ptr<Query const> query);
     std::uint32_t takeEntry();
     void leaveBucket(std::uint32_t entry) noexcept;
     void leaveOrder(std::uint32_t entry) noexcept;

@@ -1,0 +1,24 @@
+// Which characters XML names are made of.
+#pragma once
+
+namespace tibxml::query {
+
+// The first character of a name without colon.
+bool isNameStart(wchar_t character) noexcept;
+
+// The characters behind the first.
+bool isNamePart(wchar_t character) noexcept;
+
+// Space, tab, carriage return, line feed.
+template <class Character>
+constexpr bool isBlank(Character c) noexcept {
+    return c == Character{' '} || c == Character{'\t'} || c == Character{'\n'} ||
+           c == Character{'\r'};
+}
+
+template <class Character>
+constexpr bool isDigit(Character c) noexcept {
+    return c >= Character{'0'} && c <= Character{'9'};
+}
+
+} // namespace tibxml::query

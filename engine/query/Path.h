@@ -1,0 +1,39 @@
+// Location paths.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "Expression.h"
+#include "PathPlan.h"
+#include "Step.h"
+
+namespace tibxml::query {
+
+enum class Origin : std::uint8_t {
+    context,
+    root, // of the tree that holds the context node
+};
+
+class Path final : public NodeExpression {
+public:
+    Path(Origin origin, std::vector<Step> steps);
+
+    bool visit(Context const& context, Order order, NodeVisitor visitor) const override;
+
+    Spread spread() const noexcept override { return spread_; }
+
+    // The path when it is a single step from the context node, else null.
+    Step const* singleStep() const noexcept;
+
+private:
+    bool asksForMissingNames(Evaluation const& evaluation) const noexcept;
+
+    Origin origin_;
+    std::vector<Step> steps_;
+    PathPlan inDocumentOrder_;
+    PathPlan inAnyOrder_;
+    Spread spread_;
+};
+
+} // namespace tibxml::query

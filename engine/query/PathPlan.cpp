@@ -1,0 +1,127 @@
+#include "PathPlan.h"
+
+#include <utility>
+
+namespace tibxml::query {
+
+namespace {
+
+// Longer paths go on set by set, because each step walked depth first takes a part of the stack.
+constexpr std::size_t longestDepthFirst = 16;
+
+// What is known about the nodes after the steps so far.
+enum class Stream : std::uint8_t {
+    single,
+    flat,      // in order, none within another
+    nested,    // in order, some may lie within others
+    unordered, // each once, in whatever order
+};
+
+class Planner {
+public:
+    Planner(std::vector<Step> const& steps, Order order) noexcept : steps_{steps}, order_{order} {}
+
+    PathPlan run() {
+        for (Step const& step : steps_) {
+            if (plan_.depthFirst() == longestDepthFirst || !add(step)) break;
+            plan_.handovers.push_back(Handover::plain);
+        }
+        plan_.spread = stream_ == Stream::single              ? Spread::single
+                       : stream_ == Stream::flat && !grouped_ ? Spread::flat
+                                                              : Spread::nested;
+        return std::move(plan_);
+    }
+
+private:
+    // False when the step cannot be walked depth first.
+    bool add(Step const& step) {
+        switch (stream_) {
+        case Stream::single: return addToSingle(step);
+        case Stream::flat: return addToFlat(step);
+        case Stream::nested: return addToNested(step);
+        case Stream::unordered: return addToUnordered(step);
+        }
+        return false;
+    }
+
+    bool become(Stream stream) noexcept {
+        stream_ = stream;
+        return true;
+    }
+
+    bool addToSingle(Step const& step) {
+        if (isReverse(step.axis) && order_ == Order::document && !step.selectsOne()) return false;
+        if (step.axis == Axis::none || step.selectsOne()) return true;
+        if (isReverse(step.axis)) return become(Stream::unordered);
+        if (goesDown(step.axis) || step.axis == Axis::following) return become(Stream::nested);
+        return become(Stream::flat);
+    }
+
+    bool addToFlat(Step const& step) {
+        if (goesDown(step.axis)) return become(Stream::nested);
+        return step.axis == Axis::self || step.axis == Axis::child ||
+               step.axis == Axis::attribute || step.axis == Axis::none;
+    }
+
+    bool addToNested(Step const& step) {
+        if (step.axis == Axis::self || step.axis == Axis::none) return true;
+        if (step.axis == Axis::attribute) return become(Stream::flat);
+        if (step.outermostCovers()) return handOver(Handover::outermost, Stream::nested);
+        if (step.axis != Axis::child) return false;
+        return order_ == Order::any ? become(Stream::unordered)
+                                    : handOver(Handover::grouped, Stream::flat);
+    }
+
+    bool addToUnordered(Step const& step) noexcept {
+        return step.axis == Axis::self || step.axis == Axis::child ||
+               step.axis == Axis::attribute || step.axis == Axis::none;
+    }
+
+    // The step before must be able to tell which of its nodes lie within one another: it goes down
+    // and looks at each node by itself.
+    bool handOver(Handover handover, Stream stream) {
+        Step const& before = steps_[plan_.depthFirst() - 1];
+        bool const able = before.axis == Axis::descendant || before.axis == Axis::descendantOrSelf;
+        if (!able || before.predicates.positional()) return false;
+        plan_.handovers.back() = handover;
+        grouped_ = grouped_ || handover == Handover::grouped;
+        return become(stream);
+    }
+
+    std::vector<Step> const& steps_;
+    Order order_;
+    Stream stream_ = Stream::single;
+    bool grouped_ = false;
+    PathPlan plan_;
+};
+
+// `//` and a step that goes down from there make one step down.
+bool canMerge(Step const& step) noexcept {
+    return step.axis == Axis::child || (goesDown(step.axis) && step.outermostCovers());
+}
+
+Axis mergedAxis(Step const& step) noexcept {
+    if (step.axis != Axis::child) return step.axis;
+    return step.predicates.positional() ? Axis::descendantChild : Axis::descendant;
+}
+
+} // namespace
+
+PathPlan planSteps(std::vector<Step> const& steps, Order order) {
+    return Planner{steps, order}.run();
+}
+
+std::vector<Step> simplified(std::vector<Step> steps) {
+    std::vector<Step> result;
+    for (Step& step : steps) {
+        if (step.isPlainSelf()) continue;
+        if (!result.empty() && result.back().isPlainDescent() && canMerge(step)) {
+            step.axis = mergedAxis(step);
+            result.pop_back();
+        }
+        result.push_back(std::move(step));
+    }
+    return result;
+}
+
+} // namespace tibxml::query
