@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the platform's own names
 
@@ -85,9 +86,9 @@ _com_error::_com_error(_com_error const& other) noexcept
     : _com_error{other.code_, other.info_, true} {}
 
 _com_error& _com_error::operator=(_com_error const& other) noexcept {
+    if (this == &other) return *this;
     addReferenceTo(other.info_);
-    releaseReferenceTo(info_);
-    info_ = other.info_;
+    releaseReferenceTo(std::exchange(info_, other.info_));
     code_ = other.code_;
     std::copy(std::begin(other.unknown_), std::end(other.unknown_), unknown_);
     return *this;

@@ -153,7 +153,7 @@ Utf8Size utf8Size(std::wstring_view wide) noexcept {
     std::size_t bytes = 0;
     bool bad = false;
     for (auto const character : wide) {
-        auto const code = static_cast<std::uint32_t>(character);
+        auto const code = static_cast<char32_t>(character);
         bytes +=
             1u + (code >= 0x80 ? 1u : 0u) + (code >= 0x800 ? 1u : 0u) + (code >= 0x10000 ? 1u : 0u);
         bad |= isSurrogate(code) || code > 0x10FFFF;

@@ -1,0 +1,86 @@
+#include "FailingAllocation.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+struct State {
+    bool on = false;
+    bool failed = false;
+    std::size_t succeeding = 0;
+};
+
+thread_local State state;
+
+bool mayAllocate() noexcept {
+    if (!state.on) return true;
+    if (state.succeeding > 0) {
+        --state.succeeding;
+        return true;
+    }
+    state.failed = true;
+    return false;
+}
+
+void* allocate(std::size_t size) {
+    auto* const block = std::malloc(size == 0 ? 1 : size);
+    if (block == nullptr) throw std::bad_alloc{};
+    return block;
+}
+
+} // namespace
+
+FailingAllocation::FailingAllocation(std::size_t succeeding) noexcept {
+    state = {true, false, succeeding};
+}
+
+FailingAllocation::~FailingAllocation() {
+    state.on = false;
+}
+
+bool FailingAllocation::happened() const noexcept {
+    return state.failed;
+}
+
+// The linker sends every call of the C library's allocations here.
+extern "C" {
+void* __real_malloc(std::size_t size);
+void* __real_calloc(std::size_t count, std::size_t size);
+
+void* __wrap_malloc(std::size_t size) {
+    return mayAllocate() ? __real_malloc(size) : nullptr;
+}
+
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+    return mayAllocate() ? __real_calloc(count, size) : nullptr;
+}
+}
+
+void* operator new(std::size_t size) {
+    return allocate(size);
+}
+
+void* operator new[](std::size_t size) {
+    return allocate(size);
+}
+
+void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept {
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete[](void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t /*size*/) noexcept {
+    std::free(block);
+}
+
+void operator delete[](void* block, std::size_t /*size*/) noexcept {
+    std::free(block);
+}
