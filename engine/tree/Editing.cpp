@@ -48,8 +48,9 @@ void unlinkFrom(Node*& first, Node* node) noexcept {
     node->previous = node;
 }
 
-Node*& listOf(Node* node) noexcept {
-    Node::Links& links = node->parent->content.links;
+// The list of a parent in which a node has its place.
+Node*& listFor(Node* parent, Node const* node) noexcept {
+    Node::Links& links = parent->content.links;
     return node->is(NodeKind::attribute) ? links.firstAttribute : links.firstChild;
 }
 
@@ -106,9 +107,9 @@ void appendChild(Document& document, Node* parent, Node* child) noexcept {
     linkLast(parent->content.links.firstChild, parent, child);
 }
 
-void insertBefore(Document& document, Node* parent, Node* child, Node* before) noexcept {
+void insertBefore(Document& document, Node* parent, Node* node, Node* before) noexcept {
     document.touch();
-    linkBefore(parent->content.links.firstChild, parent, child, before);
+    linkBefore(listFor(parent, node), parent, node, before);
 }
 
 void appendAttribute(Document& document, Node* element, Node* attribute) noexcept {
@@ -116,16 +117,9 @@ void appendAttribute(Document& document, Node* element, Node* attribute) noexcep
     linkLast(element->content.links.firstAttribute, element, attribute);
 }
 
-void replaceAttribute(Document& document, Node* old, Node* attribute) noexcept {
-    document.touch();
-    Node* const element = old->parent;
-    linkBefore(element->content.links.firstAttribute, element, attribute, old);
-    unlink(document, old);
-}
-
 void unlink(Document& document, Node* node) noexcept {
     document.touch();
-    unlinkFrom(listOf(node), node);
+    unlinkFrom(listFor(node->parent, node), node);
 }
 
 Node* findAttribute(Node const* element, std::string_view qualifiedName) noexcept {

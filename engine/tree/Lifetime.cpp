@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <new>
+#include <utility>
 
 #include <tree/Editing.h>
 #include <tree/Navigation.h>
@@ -60,9 +61,26 @@ void dispose(Document& document, Node* subtree) noexcept {
     }
 }
 
+// Handles of a detached tree are gone, or have left it within a part of it.
+void releaseHandles(Document& document, Node* root, std::size_t count) noexcept {
+    auto const entry = document.detachedHandles.find(root);
+    entry->second -= count;
+    if (entry->second != 0) return;
+    document.detachedHandles.erase(entry);
+    dispose(document, root);
+}
+
+// The second half of a removal, behind noteHandles.
 void takeOut(Document& document, Node* subtree) noexcept {
+    auto const entry = document.detachedHandles.find(subtree);
+    std::size_t const handles = entry != document.detachedHandles.end() ? entry->second : 0;
+    Node* const root = rootOf(subtree);
     unlink(document, subtree);
-    if (!document.detachedHandles.contains(subtree)) dispose(document, subtree);
+    if (handles == 0) {
+        dispose(document, subtree);
+    } else if (root != document.node()) {
+        releaseHandles(document, root, handles);
+    }
 }
 
 } // namespace
@@ -74,11 +92,20 @@ void handleAttached(Document& document, Node* node) {
 
 void handleReleased(Document& document, Node* node) noexcept {
     Node* const root = rootOf(node);
-    if (root == document.node()) return;
-    auto const entry = document.detachedHandles.find(root);
-    if (--entry->second != 0) return;
-    document.detachedHandles.erase(entry);
-    dispose(document, root);
+    if (root != document.node()) releaseHandles(document, root, 1);
+}
+
+void settle(Document& document, Node* subtree) noexcept {
+    auto entry = document.detachedHandles.extract(subtree);
+    Node const* const root = rootOf(subtree);
+    if (entry.empty() || root == document.node()) return;
+    auto const rootEntry = document.detachedHandles.find(root);
+    if (rootEntry != document.detachedHandles.end()) {
+        rootEntry->second += entry.mapped();
+    } else {
+        entry.key() = root; // putting back what was just taken out allocates nothing
+        document.detachedHandles.insert(std::move(entry));
+    }
 }
 
 void pin(Document& document) noexcept {

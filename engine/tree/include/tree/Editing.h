@@ -14,15 +14,11 @@ Node* newAttribute(Document& document, Name* name, std::string_view value);
 Node* newCharacterData(Document& document, NodeKind kind, std::string_view text);
 Node* newProcessingInstruction(Document& document, Name* target, std::string_view data);
 
-// Puts a node without parent into a parent's child list, last or in front of `before` (a child of
-// that parent).
+// Puts a node without parent into a parent's list, last or in front of `before`, which is in that
+// list: a child among children, an attribute among attributes.
 void appendChild(Document& document, Node* parent, Node* child) noexcept;
-void insertBefore(Document& document, Node* parent, Node* child, Node* before) noexcept;
-
 void appendAttribute(Document& document, Node* element, Node* attribute) noexcept;
-
-// Puts `attribute` into the place of `old`, which ends up detached.
-void replaceAttribute(Document& document, Node* old, Node* attribute) noexcept;
+void insertBefore(Document& document, Node* parent, Node* node, Node* before) noexcept;
 
 // Takes a node or attribute out of its parent's list. It stays alive; see Lifetime.h for giving it
 // back.

@@ -21,6 +21,9 @@ void unpin(Document& document) noexcept;
 // into it; then it lives on as a detached subtree. Throws std::bad_alloc before anything changed.
 void remove(Document& document, Node* node);
 
+// Must be told when a detached subtree was put into a tree again.
+void settle(Document& document, Node* subtree) noexcept;
+
 // Removes all children of a node in this way.
 void removeChildren(Document& document, Node* parent);
 

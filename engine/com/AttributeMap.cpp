@@ -1,0 +1,101 @@
+#include "AttributeMap.h"
+
+#include <tree/Editing.h>
+#include <tree/Lifetime.h>
+
+#include "DeclarationRules.h"
+#include "Failure.h"
+#include "Text.h"
+
+namespace tibxml::com {
+
+namespace {
+
+// The node of this engine behind an interface that a caller passes; null for any other object.
+ComPtr<NodeHandle> handleOf(IUnknown* object) noexcept {
+    void* handle = nullptr;
+    if (object == nullptr || FAILED(object->QueryInterface(IID_NodeHandle, &handle))) return {};
+    return ComPtr<NodeHandle>::adopt(static_cast<NodeHandle*>(handle));
+}
+
+} // namespace
+
+tree::Node* AttributeMap::find(BSTR name) const {
+    return tree::findAttribute(element_->node(), xmlText(name));
+}
+
+HRESULT AttributeMap::getNamedItem(BSTR name, IXMLDOMNode** attribute) noexcept {
+    return replyObject(IID_IXMLDOMNamedNodeMap, attribute,
+                       [&] { return wrapBeside(*element_, find(name)); });
+}
+
+HRESULT AttributeMap::setNamedItem(IXMLDOMNode* attribute, IXMLDOMNode** result) noexcept {
+    if (result != nullptr) *result = nullptr;
+    return guarded(IID_IXMLDOMNamedNodeMap, [&] {
+        ComPtr<NodeHandle> const handle = handleOf(attribute);
+        if (!handle) throw Failure{E_INVALIDARG, "the object is no node of this engine"};
+        attach(*handle);
+        if (result == nullptr) return S_OK;
+        attribute->AddRef();
+        *result = attribute;
+        return S_OK;
+    });
+}
+
+void AttributeMap::attach(NodeHandle& handle) {
+    tree::Document& document = element_->storage();
+    tree::Node* const element = element_->node();
+    tree::Node* const attribute = handle.node();
+    if (!attribute->is(tree::NodeKind::attribute))
+        throw Failure{E_FAIL, "the node is no attribute"};
+    if (attribute->parent == element) return;
+    tree::Name* const name = nameAt(document, element, attribute->name);
+    if (name->declaresNamespace) checkDeclaration(element, attribute, attribute->text());
+    tree::Node* const old = tree::findAttribute(element, name->qualified);
+    tree::Node* const same = tree::findAttribute(element, name->expanded);
+    if (same != nullptr && same != old)
+        throw Failure{E_FAIL, "the element has this attribute under another prefix"};
+    if (attribute->parent != nullptr) tree::remove(document, attribute);
+    attribute->name = name;
+    tree::Node* const next = old != nullptr ? old->next : nullptr;
+    if (old != nullptr) tree::remove(document, old);
+    if (next != nullptr) {
+        tree::insertBefore(document, element, attribute, next);
+    } else {
+        tree::appendAttribute(document, element, attribute);
+    }
+    tree::settle(document, attribute);
+}
+
+HRESULT AttributeMap::removeNamedItem(BSTR name, IXMLDOMNode** result) noexcept {
+    if (result != nullptr) *result = nullptr;
+    return guarded(IID_IXMLDOMNamedNodeMap, [&] {
+        tree::Node* const attribute = find(name);
+        if (attribute == nullptr) return S_FALSE;
+        auto const handed = ComPtr<IXMLDOMNode>::adopt(
+            result != nullptr ? wrapBeside(*element_, attribute) : nullptr);
+        tree::remove(element_->storage(), attribute);
+        if (handed) *result = ComPtr<IXMLDOMNode>{handed}.detach();
+        return S_OK;
+    });
+}
+
+HRESULT AttributeMap::get_item(LONG index, IXMLDOMNode** attribute) noexcept {
+    return replyObject(IID_IXMLDOMNamedNodeMap, attribute, [&] {
+        tree::Node* node = index >= 0 ? element_->node()->firstAttribute() : nullptr;
+        for (LONG i = 0; node != nullptr && i != index; ++i)
+            node = node->next;
+        return wrapBeside(*element_, node);
+    });
+}
+
+HRESULT AttributeMap::get_length(LONG* length) noexcept {
+    return reply(IID_IXMLDOMNamedNodeMap, length, [&] {
+        LONG count = 0;
+        for (tree::Node const* a = element_->node()->firstAttribute(); a != nullptr; a = a->next)
+            ++count;
+        return count;
+    });
+}
+
+} // namespace tibxml::com

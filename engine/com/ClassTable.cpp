@@ -1,0 +1,15 @@
+// The classes that callers can create by their identifiers.
+#include <TibXml/platform/ComRuntime.h>
+
+#include "DocumentObject.h"
+
+namespace tibxml::platform {
+
+std::span<ComClass const> comClasses() noexcept {
+    static constexpr ComClass classes[] = {
+        {CLSID_DOMDocument60, com::DocumentObject::create},
+    };
+    return classes;
+}
+
+} // namespace tibxml::platform

@@ -1,0 +1,45 @@
+#include "DeclarationRules.h"
+
+#include <string>
+
+#include <tree/NamespaceLookup.h>
+
+#include "Failure.h"
+
+namespace tibxml::com {
+
+namespace {
+
+bool contradicts(tree::Name const& name, std::string_view prefix, std::string_view uri) noexcept {
+    return name.prefix == prefix && name.uri != uri;
+}
+
+bool isReserved(std::string_view prefix, std::string_view uri) noexcept {
+    if (prefix == "xml") return uri != tree::xmlNamespace;
+    return prefix == "xmlns" || uri == tree::xmlNamespace || uri == tree::xmlnsNamespace;
+}
+
+} // namespace
+
+void checkDeclaration(tree::Node const* element, tree::Node const* declaration,
+                      std::string_view value) {
+    std::string_view const prefix = tree::declaredPrefix(declaration);
+    if (isReserved(prefix, value) || (value.empty() && !prefix.empty()))
+        throw Failure{E_FAIL, "no such namespace can be declared"};
+    bool clash = contradicts(*element->name, prefix, value);
+    if (!prefix.empty()) {
+        for (tree::Node const* a = element->firstAttribute(); a != nullptr; a = a->next)
+            clash = clash || contradicts(*a->name, prefix, value);
+    }
+    if (clash) throw Failure{E_FAIL, "the element's own names need another namespace"};
+}
+
+tree::Name* nameAt(tree::Document& document, tree::Node const* element, tree::Name* name) {
+    if (name->prefix.empty() || !name->uri.empty()) return name;
+    auto const uri = tree::namespaceAt(element, name->prefix);
+    if (!uri || uri->empty())
+        throw Failure{E_FAIL, "the prefix '" + std::string{name->prefix} + "' is not declared"};
+    return document.names().intern(name->prefix, name->local, *uri);
+}
+
+} // namespace tibxml::com

@@ -1,0 +1,20 @@
+// Saving documents.
+#pragma once
+
+#include <string>
+
+#include <TibXml/platform/IUnknown.h>
+#include <tree/Document.h>
+
+namespace tibxml::com {
+
+// Writes a document to a file, which holds either its old content or the whole new one, whatever
+// happens, and keeps its permissions. What is no regular file (a device, a pipe) is written in
+// place. Throws Failure with the code of the system's error, and output::EncodingError.
+void saveToFile(tree::Document const& document, std::string const& path);
+
+// Writes a document to an object that offers ISequentialStream or IStream. Throws Failure with the
+// stream's code, and output::EncodingError before anything was written.
+void saveToStream(tree::Document const& document, IUnknown* object);
+
+} // namespace tibxml::com

@@ -1,0 +1,158 @@
+#include "DocumentObject.h"
+
+#include <tree/Lifetime.h>
+
+#include "ComPtr.h"
+#include "DocumentFile.h"
+#include "NodeFactory.h"
+#include "ParseErrorObject.h"
+#include "Sources.h"
+#include "Text.h"
+
+namespace tibxml::com {
+
+DocumentObject::DocumentObject() {
+    auto const storage = tree::DocumentRef::adopt(tree::Document::create());
+    attach(*this, *storage, storage->node());
+}
+
+DocumentObject::~DocumentObject() {
+    detach();
+}
+
+HRESULT DocumentObject::create(REFIID iid, void** object) noexcept {
+    return guarded(IID_IUnknown, [&] {
+        auto const document = ComPtr<DocumentObject>::adopt(new DocumentObject);
+        return document->QueryInterface(iid, object);
+    });
+}
+
+void DocumentObject::startAfresh() {
+    auto const fresh = tree::DocumentRef::adopt(tree::Document::create());
+    fresh->preservesWhiteSpace = storage().preservesWhiteSpace;
+    tree::clear(storage());
+    detach();
+    attach(*this, *fresh, fresh->node());
+}
+
+HRESULT DocumentObject::get_documentElement(IXMLDOMElement** element) noexcept {
+    return replyObject(IID_IXMLDOMDocument, element, [&] {
+        return static_cast<IXMLDOMElement*>(wrapBeside(*this, storage().documentElement()));
+    });
+}
+
+HRESULT DocumentObject::createNode(VARIANT type, BSTR name, BSTR namespaceURI,
+                                   IXMLDOMNode** node) noexcept {
+    return reply(IID_IXMLDOMDocument, node, [&] {
+        LONG const kind = integerIn(type, E_INVALIDARG);
+        return wrapNew(*this, newNode(storage(), kind, viewOf(name), viewOf(namespaceURI)));
+    });
+}
+
+HRESULT DocumentObject::createAttribute(BSTR name, IXMLDOMAttribute** attribute) noexcept {
+    return reply(IID_IXMLDOMDocument, attribute, [&] {
+        tree::Node* const node = newNode(storage(), NODE_ATTRIBUTE, viewOf(name), {});
+        return static_cast<IXMLDOMAttribute*>(wrapNew(*this, node));
+    });
+}
+
+template <class Read>
+HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept {
+    if (isSuccessful == nullptr) return E_POINTER;
+    *isSuccessful = VARIANT_FALSE;
+    return guarded(IID_IXMLDOMDocument, [&] {
+        startAfresh();
+        parseError_ = {};
+        loadedPath_.clear();
+        if (!read(parseError_)) return S_FALSE;
+        *isSuccessful = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+HRESULT DocumentObject::load(VARIANT source, VARIANT_BOOL* isSuccessful) noexcept {
+    if (!isSource(source)) return E_INVALIDARG;
+    return loadBy(isSuccessful, [&](reader::ReadError& error) { return loadFrom(source, error); });
+}
+
+bool DocumentObject::loadFrom(VARIANT const& source, reader::ReadError& error) {
+    if (source.vt != VT_BSTR) return readStream(storage(), source.punkVal, error);
+    loadedPath_ = pathOf(source.bstrVal);
+    return readFile(storage(), loadedPath_, error);
+}
+
+HRESULT DocumentObject::loadXML(BSTR text, VARIANT_BOOL* isSuccessful) noexcept {
+    return loadBy(isSuccessful,
+                  [&](reader::ReadError& error) { return readWide(storage(), text, error); });
+}
+
+HRESULT DocumentObject::save(VARIANT destination) noexcept {
+    if (!isSource(destination)) return E_INVALIDARG;
+    return guarded(IID_IXMLDOMDocument, [&] {
+        if (destination.vt == VT_BSTR) {
+            saveToFile(storage(), pathOf(destination.bstrVal));
+        } else {
+            saveToStream(storage(), destination.punkVal);
+        }
+        return S_OK;
+    });
+}
+
+HRESULT DocumentObject::get_parseError(IXMLDOMParseError** error) noexcept {
+    return reply(IID_IXMLDOMDocument, error, [&] {
+        return new ParseErrorObject{parseError_, loadedPath_};
+    });
+}
+
+HRESULT DocumentObject::get_preserveWhiteSpace(VARIANT_BOOL* preserves) noexcept {
+    return reply(IID_IXMLDOMDocument, preserves,
+                 [&] { return storage().preservesWhiteSpace ? VARIANT_TRUE : VARIANT_FALSE; });
+}
+
+HRESULT DocumentObject::put_preserveWhiteSpace(VARIANT_BOOL preserves) noexcept {
+    storage().preservesWhiteSpace = preserves != VARIANT_FALSE;
+    return S_OK;
+}
+
+void DocumentObject::setNamespaces(VARIANT const& value) {
+    namespaces_ = {}; // no prefix may mean what nobody declared, if the new ones are refused
+    namespaces_ = query::Namespaces::parse(viewOf(stringIn(value)));
+}
+
+HRESULT DocumentObject::setProperty(BSTR name, VARIANT value) noexcept {
+    return guarded(IID_IXMLDOMDocument2, [&] {
+        std::wstring_view const property = viewOf(name);
+        if (property == L"SelectionNamespaces") {
+            setNamespaces(value);
+        } else if (property == L"NewParser") {
+            newParser_ = integerIn(value, E_FAIL) != 0;
+        } else if (property == L"AllowDocumentFunction") {
+            allowDocumentFunction_ = integerIn(value, E_FAIL) != 0;
+        } else if (property != L"SelectionLanguage" || viewOf(stringIn(value)) != L"XPath") {
+            throw Failure{E_FAIL, "there is no such property or no such value"};
+        }
+        return S_OK;
+    });
+}
+
+HRESULT DocumentObject::getProperty(BSTR name, VARIANT* value) noexcept {
+    return reply(IID_IXMLDOMDocument2, value, [&] {
+        std::wstring_view const property = viewOf(name);
+        VARIANT result{};
+        if (property == L"SelectionNamespaces") {
+            result.bstrVal = toBstr(std::wstring_view{namespaces_.text()});
+            result.vt = VT_BSTR;
+        } else if (property == L"SelectionLanguage") {
+            result = stringVariant("XPath");
+        } else if (property == L"NewParser" || property == L"AllowDocumentFunction") {
+            bool const isSet = property == L"NewParser" ? newParser_ : allowDocumentFunction_;
+            result.vt = VT_BOOL;
+            result.boolVal = isSet ? VARIANT_TRUE : VARIANT_FALSE;
+        } else {
+            throw Failure{E_FAIL, "there is no such property"};
+        }
+        return result;
+    });
+}
+
+} // namespace tibxml::com

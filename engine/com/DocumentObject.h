@@ -1,0 +1,58 @@
+// The engine object for a document: its content, its settings, loading and saving.
+#pragma once
+
+#include <TibXml/engine/IXMLDOMDocument.h>
+
+#include <query/Namespaces.h>
+#include <reader/Reader.h>
+
+#include "NodeObject.h"
+
+namespace tibxml::com {
+
+class DocumentObject final : public NodeObject<IXMLDOMDocument3> {
+public:
+    // Throws std::bad_alloc.
+    DocumentObject();
+
+    // What CoCreateInstance calls.
+    static HRESULT create(REFIID iid, void** object) noexcept;
+
+    // The prefixes that queries from this document's nodes may use.
+    query::Namespaces const& selectionNamespaces() const noexcept { return namespaces_; }
+
+    HRESULT get_documentElement(IXMLDOMElement** element) noexcept override;
+    HRESULT createNode(VARIANT type, BSTR name, BSTR namespaceURI,
+                       IXMLDOMNode** node) noexcept override;
+    HRESULT createAttribute(BSTR name, IXMLDOMAttribute** attribute) noexcept override;
+    HRESULT load(VARIANT source, VARIANT_BOOL* isSuccessful) noexcept override;
+    HRESULT loadXML(BSTR text, VARIANT_BOOL* isSuccessful) noexcept override;
+    HRESULT save(VARIANT destination) noexcept override;
+    HRESULT get_parseError(IXMLDOMParseError** error) noexcept override;
+    HRESULT get_preserveWhiteSpace(VARIANT_BOOL* preserves) noexcept override;
+    HRESULT put_preserveWhiteSpace(VARIANT_BOOL preserves) noexcept override;
+    HRESULT setProperty(BSTR name, VARIANT value) noexcept override;
+    HRESULT getProperty(BSTR name, VARIANT* value) noexcept override;
+
+private:
+    ~DocumentObject() override;
+
+    // Replaces the content by an empty tree; the old nodes live on as far as handles refer to them.
+    // Throws std::bad_alloc before anything changed.
+    void startAfresh();
+
+    // Reads new content by a step that fills a tree and an error; never leaves half of a document.
+    template <class Read>
+    HRESULT loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept;
+
+    bool loadFrom(VARIANT const& source, reader::ReadError& error);
+    void setNamespaces(VARIANT const& value);
+
+    query::Namespaces namespaces_;
+    reader::ReadError parseError_;
+    std::string loadedPath_;
+    bool newParser_ = false;
+    bool allowDocumentFunction_ = false;
+};
+
+} // namespace tibxml::com

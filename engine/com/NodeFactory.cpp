@@ -1,0 +1,107 @@
+#include "NodeFactory.h"
+
+#include <algorithm>
+
+#include <TibXml/platform/Utf.h>
+#include <tree/Editing.h>
+#include <tree/Lifetime.h>
+#include <tree/NameCharacters.h>
+
+#include "DocumentObject.h"
+
+namespace tibxml::com {
+
+namespace {
+
+bool isNcName(std::wstring_view name) noexcept {
+    return !name.empty() && tree::isNameStart(name.front()) &&
+           std::all_of(name.begin(), name.end(), tree::isNamePart);
+}
+
+std::string narrow(std::wstring_view text) {
+    std::string utf8;
+    if (!platform::appendUtf8(utf8, text)) throw Failure{E_FAIL, "a name holds no Unicode text"};
+    return utf8;
+}
+
+struct QualifiedName {
+    std::string prefix;
+    std::string local;
+};
+
+QualifiedName split(std::wstring_view name) {
+    std::size_t const colon = name.find(L':');
+    std::wstring_view const prefix =
+        colon == std::wstring_view::npos ? std::wstring_view{} : name.substr(0, colon);
+    std::wstring_view const local =
+        colon == std::wstring_view::npos ? name : name.substr(colon + 1);
+    bool const hasPrefix = colon != std::wstring_view::npos;
+    if (!isNcName(local) || (hasPrefix && !isNcName(prefix)))
+        throw Failure{E_FAIL, "'" + narrow(name) + "' is not a name"};
+    return {narrow(prefix), narrow(local)};
+}
+
+// The namespace that a name has by itself, if it has one.
+std::string_view fixedNamespace(QualifiedName const& name) noexcept {
+    if (name.prefix == "xml") return tree::xmlNamespace;
+    bool const declares = name.prefix == "xmlns" || (name.prefix.empty() && name.local == "xmlns");
+    return declares ? tree::xmlnsNamespace : std::string_view{};
+}
+
+// "xml" and "xmlns" and their namespaces belong together.
+void checkReserved(QualifiedName const& name, std::string_view uri) {
+    std::string_view const fixed = fixedNamespace(name);
+    bool const reservedUri = uri == tree::xmlNamespace || uri == tree::xmlnsNamespace;
+    if (fixed != uri && (!fixed.empty() || reservedUri))
+        throw Failure{E_FAIL, "the prefix and the namespace do not belong together"};
+}
+
+tree::Node* newInstruction(tree::Document& document, std::wstring_view target) {
+    std::string const name = narrow(target);
+    bool const reserved = name.size() == 3 && (name[0] | 0x20) == 'x' && (name[1] | 0x20) == 'm' &&
+                          (name[2] | 0x20) == 'l';
+    if (!isNcName(target) || reserved) throw Failure{E_FAIL, "'" + name + "' is not a target"};
+    return tree::newProcessingInstruction(document, document.names().intern({}, name, {}), {});
+}
+
+} // namespace
+
+tree::Name* internName(tree::Document& document, std::wstring_view qualifiedName,
+                       std::wstring_view namespaceUri) {
+    QualifiedName const name = split(qualifiedName);
+    std::string uri = narrow(namespaceUri);
+    if (uri.empty()) uri = fixedNamespace(name);
+    checkReserved(name, uri);
+    return document.names().intern(name.prefix, name.local, uri);
+}
+
+tree::Node* newNode(tree::Document& document, LONG type, std::wstring_view name,
+                    std::wstring_view namespaceUri) {
+    switch (type) {
+    case NODE_ELEMENT: {
+        tree::Name* const elementName = internName(document, name, namespaceUri);
+        if (elementName->declaresNamespace)
+            throw Failure{E_FAIL, "an element cannot have the name of a namespace declaration"};
+        return tree::newElement(document, elementName);
+    }
+    case NODE_ATTRIBUTE:
+        return tree::newAttribute(document, internName(document, name, namespaceUri), {});
+    case NODE_TEXT: return tree::newCharacterData(document, tree::NodeKind::text, {});
+    case NODE_CDATA_SECTION: return tree::newCharacterData(document, tree::NodeKind::cdata, {});
+    case NODE_COMMENT: return tree::newCharacterData(document, tree::NodeKind::comment, {});
+    case NODE_PROCESSING_INSTRUCTION: return newInstruction(document, name);
+    default: throw Failure{E_INVALIDARG, "nodes of this type cannot be created"};
+    }
+}
+
+IXMLDOMNode* wrapNew(DocumentObject& owner, tree::Node* node) {
+    tree::Document& storage = owner.storage();
+    try {
+        return wrap(owner, storage, node);
+    } catch (...) {
+        tree::destroy(storage, node);
+        throw;
+    }
+}
+
+} // namespace tibxml::com

@@ -1,0 +1,38 @@
+#include "NodeHandle.h"
+
+#include <tree/Lifetime.h>
+
+#include "NodeObjects.h"
+
+namespace tibxml::com {
+
+void NodeHandle::attach(DocumentObject& owner, tree::Document& storage, tree::Node* node) {
+    tree::handleAttached(storage, node);
+    node->handle = this;
+    owner_ = &owner;
+    storage_ = tree::DocumentRef{&storage};
+    node_ = node;
+}
+
+void NodeHandle::detach() noexcept {
+    if (node_ == nullptr) return;
+    node_->handle = nullptr;
+    tree::handleReleased(*storage_, node_);
+    node_ = nullptr;
+}
+
+IXMLDOMNode* wrap(DocumentObject& owner, tree::Document& storage, tree::Node* node) {
+    if (node == nullptr) return nullptr;
+    if (node->handle != nullptr) {
+        auto* const handle = static_cast<NodeHandle*>(node->handle);
+        handle->AddRef();
+        return handle->asNode();
+    }
+    switch (node->kind) {
+    case tree::NodeKind::element: return new ElementObject{owner, storage, node};
+    case tree::NodeKind::attribute: return new AttributeObject{owner, storage, node};
+    default: return new PlainNodeObject{owner, storage, node};
+    }
+}
+
+} // namespace tibxml::com

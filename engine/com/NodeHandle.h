@@ -1,0 +1,57 @@
+// The tie between a node of a tree and the engine object through which callers see it.
+#pragma once
+
+#include <TibXml/engine/IXMLDOMNode.h>
+
+#include <com/LiveObjects.h>
+#include <tree/Document.h>
+
+inline constexpr IID IID_NodeHandle{
+    0x6B1D3C50, 0x9E0A, 0x4B7E, {0x8D, 0x52, 0x3C, 0x1F, 0x7A, 0x90, 0x24, 0xE1}};
+
+namespace tibxml::com {
+
+class DocumentObject;
+
+// An interface of every node object of this engine, and of nobody else's: how a node that a caller
+// passes in is recognised. While it lives its node refers to it, so that a node has one identity.
+class NodeHandle : public IUnknown, private LiveObject {
+public:
+    // The node object as callers see it.
+    virtual IXMLDOMNode* asNode() noexcept = 0;
+
+    tree::Node* node() const noexcept { return node_; }
+
+    tree::Document& storage() const noexcept { return *storage_; }
+
+    DocumentObject& owner() const noexcept { return *owner_; }
+
+protected:
+    NodeHandle() noexcept = default;
+    ~NodeHandle() = default;
+
+    // Throws std::bad_alloc.
+    void attach(DocumentObject& owner, tree::Document& storage, tree::Node* node);
+    void detach() noexcept;
+
+private:
+    DocumentObject* owner_ =
+        nullptr; // kept alive by node objects, not by the document object itself
+    tree::DocumentRef storage_;
+    tree::Node* node_ = nullptr;
+};
+
+// The object for a node of a document, made when there is none: a new reference for the caller, or
+// null for null. Throws std::bad_alloc.
+IXMLDOMNode* wrap(DocumentObject& owner, tree::Document& storage, tree::Node* node);
+
+// The same for a node beside a handle.
+inline IXMLDOMNode* wrapBeside(NodeHandle& handle, tree::Node* node) {
+    return wrap(handle.owner(), handle.storage(), node);
+}
+
+} // namespace tibxml::com
+
+template <>
+struct tibxml::platform::InterfaceTraits<tibxml::com::NodeHandle>
+    : InterfaceIs<IID_NodeHandle, IUnknown> {};

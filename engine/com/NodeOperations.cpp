@@ -1,0 +1,101 @@
+#include "NodeOperations.h"
+
+#include <output/Serializer.h>
+#include <query/QueryCache.h>
+#include <tree/TextContent.h>
+
+#include "AttributeMap.h"
+#include "ChildList.h"
+#include "DocumentObject.h"
+#include "QueryList.h"
+#include "SetText.h"
+#include "Text.h"
+#include "TypedValue.h"
+
+namespace tibxml::com {
+
+namespace {
+
+query::Query const& compiled(NodeHandle& handle, BSTR expression) {
+    return *query::QueryCache::forThisThread().get(viewOf(expression),
+                                                   handle.owner().selectionNamespaces());
+}
+
+} // namespace
+
+BSTR nodeName(NodeHandle& handle) {
+    tree::Node const& node = *handle.node();
+    if (node.name != nullptr) return toBstr(handle.storage().names().wideForm(*node.name));
+    switch (node.kind) {
+    case tree::NodeKind::comment: return toBstr(L"#comment");
+    case tree::NodeKind::cdata: return toBstr(L"#cdata-section");
+    case tree::NodeKind::document: return toBstr(L"#document");
+    default: return toBstr(L"#text");
+    }
+}
+
+DOMNodeType nodeType(NodeHandle& handle) noexcept {
+    switch (handle.node()->kind) {
+    case tree::NodeKind::element: return NODE_ELEMENT;
+    case tree::NodeKind::attribute: return NODE_ATTRIBUTE;
+    case tree::NodeKind::text: return NODE_TEXT;
+    case tree::NodeKind::cdata: return NODE_CDATA_SECTION;
+    case tree::NodeKind::comment: return NODE_COMMENT;
+    case tree::NodeKind::document: return NODE_DOCUMENT;
+    case tree::NodeKind::processingInstruction:
+    case tree::NodeKind::declaration: return NODE_PROCESSING_INSTRUCTION;
+    }
+    return NODE_INVALID;
+}
+
+IXMLDOMNode* parentNode(NodeHandle& handle) {
+    tree::Node const* const node = handle.node();
+    return node->is(tree::NodeKind::attribute) ? nullptr : wrapBeside(handle, node->parent);
+}
+
+IXMLDOMNodeList* childNodes(NodeHandle& handle) {
+    return new ChildList{handle};
+}
+
+IXMLDOMNamedNodeMap* attributes(NodeHandle& handle) {
+    return handle.node()->is(tree::NodeKind::element) ? new AttributeMap{handle} : nullptr;
+}
+
+IXMLDOMDocument* ownerDocument(NodeHandle& handle) {
+    if (handle.node()->is(tree::NodeKind::document)) return nullptr;
+    handle.owner().AddRef();
+    return &handle.owner();
+}
+
+BSTR textOf(NodeHandle& handle) {
+    std::string storage;
+    return toBstr(tree::stringValue(handle.node(), storage));
+}
+
+void setText(NodeHandle& handle, BSTR text) {
+    tree::Node* const node = handle.node();
+    std::string content = xmlText(text);
+    if (!node->is(tree::NodeKind::attribute)) normalizeLineEnds(content);
+    setContent(handle.storage(), node, content);
+    if (node->is(tree::NodeKind::element)) removeBinaryAnnotation(handle.storage(), node);
+}
+
+BSTR xmlOf(NodeHandle& handle) {
+    std::string xml;
+    output::appendXml(handle.storage(), handle.node(), xml);
+    return toBstr(xml);
+}
+
+IXMLDOMNodeList* selectNodes(NodeHandle& handle, BSTR expression) {
+    query::Query const& query = compiled(handle, expression);
+    std::vector<tree::Node*> nodes;
+    query::selectAll(query, handle.storage(), handle.node(), nodes);
+    return new QueryList{handle, std::move(nodes)};
+}
+
+IXMLDOMNode* selectSingleNode(NodeHandle& handle, BSTR expression) {
+    query::Query const& query = compiled(handle, expression);
+    return wrapBeside(handle, query::selectFirst(query, handle.storage(), handle.node()));
+}
+
+} // namespace tibxml::com

@@ -1,0 +1,34 @@
+#include "QueryList.h"
+
+#include <utility>
+
+#include <tree/Lifetime.h>
+
+#include "Failure.h"
+
+namespace tibxml::com {
+
+QueryList::QueryList(NodeHandle& context, std::vector<tree::Node*> nodes) noexcept
+    : owner_{&context.owner()},
+      storage_{&context.storage()},
+      nodes_{std::move(nodes)} {
+    tree::pin(*storage_);
+}
+
+QueryList::~QueryList() {
+    tree::unpin(*storage_);
+}
+
+HRESULT QueryList::get_item(LONG index, IXMLDOMNode** node) noexcept {
+    return replyObject(IID_IXMLDOMNodeList, node, [&] {
+        bool const isInside = index >= 0 && static_cast<std::size_t>(index) < nodes_.size();
+        return wrap(*owner_, *storage_,
+                    isInside ? nodes_[static_cast<std::size_t>(index)] : nullptr);
+    });
+}
+
+HRESULT QueryList::get_length(LONG* length) noexcept {
+    return reply(IID_IXMLDOMNodeList, length, [&] { return static_cast<LONG>(nodes_.size()); });
+}
+
+} // namespace tibxml::com

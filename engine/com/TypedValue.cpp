@@ -1,0 +1,138 @@
+#include "TypedValue.h"
+
+#include <algorithm>
+#include <span>
+
+#include <TibXml/platform/Base64.h>
+#include <tree/Editing.h>
+#include <tree/Lifetime.h>
+#include <tree/NamespaceLookup.h>
+#include <tree/TextContent.h>
+
+#include "Failure.h"
+#include "NodeOperations.h"
+#include "SetText.h"
+#include "Text.h"
+
+namespace tibxml::com {
+
+namespace {
+
+constexpr std::string_view dataTypes = "urn:schemas-microsoft-com:datatypes";
+constexpr std::string_view base64 = "bin.base64";
+constexpr VARTYPE byteArray = VT_ARRAY | VT_UI1;
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) noexcept {
+    auto const lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+// The attribute that names the element's data type, under whatever prefix.
+tree::Node* annotation(tree::Document& document, tree::Node const* element) noexcept {
+    tree::Name const* const name = document.names().findExpanded("dt", dataTypes);
+    return name != nullptr ? tree::findAttribute(element, name) : nullptr;
+}
+
+bool isBinary(NodeHandle& handle) noexcept {
+    tree::Node const* const type = annotation(handle.storage(), handle.node());
+    return type != nullptr && equalsIgnoringCase(type->text(), base64);
+}
+
+// A prefix for an element to declare: "dt", or that with a number where it means something else.
+std::string freePrefix(tree::Node const* element) {
+    std::string prefix = "dt";
+    for (int number = 1; tree::namespaceAt(element, prefix); ++number)
+        prefix = "dt" + std::to_string(number);
+    return prefix;
+}
+
+void addAttribute(tree::Document& document, tree::Node* element, tree::Name* name,
+                  std::string_view value) {
+    tree::appendAttribute(document, element, tree::newAttribute(document, name, value));
+}
+
+void annotate(tree::Document& document, tree::Node* element) {
+    std::string prefix{tree::prefixAt(element, dataTypes)};
+    if (prefix.empty()) {
+        prefix = freePrefix(element);
+        tree::NameTable& names = document.names();
+        addAttribute(document, element, names.intern("xmlns", prefix, tree::xmlnsNamespace),
+                     dataTypes);
+    }
+    addAttribute(document, element, document.names().intern(prefix, "dt", dataTypes), base64);
+}
+
+VARIANT arrayVariant(std::span<BYTE const> bytes) {
+    SAFEARRAY* const array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
+    void* data = nullptr;
+    if (array == nullptr || FAILED(SafeArrayAccessData(array, &data))) throw std::bad_alloc{};
+    std::copy(bytes.begin(), bytes.end(), static_cast<BYTE*>(data));
+    SafeArrayUnaccessData(array);
+    VARIANT value{};
+    value.vt = byteArray;
+    value.parray = array;
+    return value;
+}
+
+// Base64 of an array of bytes of one dimension.
+std::string encoded(SAFEARRAY* array) {
+    void* data = nullptr;
+    if (SafeArrayGetDim(array) != 1 || SafeArrayGetElemsize(array) != 1 ||
+        FAILED(SafeArrayAccessData(array, &data)))
+        throw Failure{E_INVALIDARG, "an array of bytes with one dimension is expected"};
+    std::span<BYTE const> const bytes{static_cast<BYTE const*>(data),
+                                      array->rgsabound[0].cElements};
+    try {
+        std::string text = platform::encodeBase64(bytes);
+        SafeArrayUnaccessData(array);
+        return text;
+    } catch (...) {
+        SafeArrayUnaccessData(array);
+        throw;
+    }
+}
+
+} // namespace
+
+VARIANT dataType(NodeHandle& handle) {
+    if (isBinary(handle)) return stringVariant(base64);
+    VARIANT none{};
+    none.vt = VT_NULL;
+    return none;
+}
+
+void setDataType(NodeHandle& handle, BSTR name) {
+    if (!handle.node()->is(tree::NodeKind::element))
+        throw Failure{E_FAIL, "only elements have a data type"};
+    if (!equalsIgnoringCase(xmlText(name), base64))
+        throw Failure{E_FAIL, "there is no such data type"};
+    tree::Document& document = handle.storage();
+    if (tree::Node* const old = annotation(document, handle.node()))
+        return tree::setText(document, old, base64);
+    annotate(document, handle.node());
+}
+
+VARIANT typedValue(NodeHandle& handle) {
+    std::string storage;
+    std::string_view const text = tree::stringValue(handle.node(), storage);
+    if (!isBinary(handle)) return stringVariant(text);
+    auto const bytes = platform::decodeBase64(text);
+    if (!bytes) throw Failure{E_FAIL, "the text is not base64"};
+    return arrayVariant(*bytes);
+}
+
+void setTypedValue(NodeHandle& handle, VARIANT const& value) {
+    bool const isReference = value.vt == (byteArray | VT_BYREF);
+    if (value.vt != byteArray && !isReference) return setText(handle, stringIn(value));
+    if (!isBinary(handle)) throw Failure{E_FAIL, "the node is not annotated as binary"};
+    SAFEARRAY* const array = isReference ? *value.pparray : value.parray;
+    setContent(handle.storage(), handle.node(), encoded(array));
+}
+
+void removeBinaryAnnotation(tree::Document& document, tree::Node* element) {
+    tree::Node* const type = annotation(document, element);
+    if (type != nullptr && equalsIgnoringCase(type->text(), base64)) tree::remove(document, type);
+}
+
+} // namespace tibxml::com
