@@ -1,6 +1,7 @@
 #include "Encoder.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 #include <output/Encoding.h>
@@ -50,6 +51,15 @@ std::string upperCase(std::string_view name) {
     return upper;
 }
 
+// Four bytes per character in the order that the parser takes for the other one.
+constexpr std::array<std::string_view, 4> unreadable{"UTF-32", "UTF-32LE", "UCS-4LE", "UCS4LE"};
+
+void checkReadable(std::string const& name) {
+    if (std::find(unreadable.begin(), unreadable.end(), name) != unreadable.end())
+        throw EncodingError{"a document saved in the encoding " + name +
+                            " could not be read again"};
+}
+
 // Keeps the system's own suffixes, such as the one for look-alikes, out of reach of documents.
 void checkName(std::string const& name) {
     auto const allowed = [](char c) {
@@ -62,16 +72,15 @@ void checkName(std::string const& name) {
 } // namespace
 
 std::unique_ptr<Encoder> makeEncoder(std::string_view encoding, Sink& bytes) {
-    std::string name = upperCase(encoding);
+    std::string const name = upperCase(encoding);
     checkName(name);
+    checkReadable(name);
     if (name.empty() || name == "UTF-8" || name == "UTF8")
         return std::make_unique<Utf8Encoder>(bytes);
     using enum Utf16Encoder::Order;
     if (name == "UTF-16") return std::make_unique<Utf16Encoder>(bytes, littleEndian, true);
     if (name == "UTF-16LE") return std::make_unique<Utf16Encoder>(bytes, littleEndian, false);
     if (name == "UTF-16BE") return std::make_unique<Utf16Encoder>(bytes, bigEndian, false);
-    // The system would put a byte order mark in front, which readers take for that of UTF-16.
-    if (name == "UTF-32") name = "UTF-32LE";
     return std::make_unique<ConvertingEncoder>(name, bytes);
 }
 

@@ -35,7 +35,7 @@ public:
         enterOwnDeclarations();
         names_.elementPrefix = prefixForElement();
         for (Binding const& binding : wanted)
-            if (isFree(binding.prefix) && !takesOverElement(binding)) add(binding);
+            if (isFree(binding.prefix)) add(binding);
         for (Node const* a = element_.firstAttribute(); a != nullptr; a = a->next)
             if (!a->name->declaresNamespace) resolveAttribute(*a);
         return std::move(names_);
@@ -49,7 +49,7 @@ private:
 
     std::string_view prefixForElement() {
         Name const& name = *element_.name;
-        if (scope_.suitsElement(name)) return name.prefix;
+        if (scope_.suitsElement(name)) return keep(name.prefix);
         if (isFree(name.prefix) && name.uri != tree::xmlNamespace)
             return add({name.prefix, name.uri});
         return otherPrefix(name.uri);
@@ -57,8 +57,9 @@ private:
 
     void resolveAttribute(Node const& attribute) {
         Name const& name = *attribute.name;
-        if (scope_.suitsAttribute(name)) return;
-        if (!name.prefix.empty() && isFree(name.prefix) && name.uri != tree::xmlNamespace) {
+        if (scope_.suitsAttribute(name)) {
+            keep(name.prefix);
+        } else if (!name.prefix.empty() && isFree(name.prefix) && name.uri != tree::xmlNamespace) {
             add({name.prefix, name.uri});
         } else {
             names_.changed.push_back({&attribute, otherPrefix(name.uri)});
@@ -67,7 +68,7 @@ private:
 
     std::string_view otherPrefix(std::string_view uri) {
         std::string_view const known = scope_.prefixFor(uri);
-        return known.empty() ? add({scope_.unusedPrefix(), uri}) : known;
+        return known.empty() ? add({scope_.unusedPrefix(), uri}) : keep(known);
     }
 
     std::string_view add(Binding binding) {
@@ -76,18 +77,21 @@ private:
         return binding.prefix;
     }
 
-    bool isFree(std::string_view prefix) const noexcept {
-        return !isReserved(prefix) && !scope_.declaredSince(outside_, prefix);
+    // Another name relies on what the prefix means now.
+    std::string_view keep(std::string_view prefix) {
+        if (kept_.empty() || kept_.back() != prefix) kept_.push_back(prefix);
+        return prefix;
     }
 
-    // The element may rely on its prefix meaning what it means outside.
-    bool takesOverElement(Binding binding) const noexcept {
-        return binding.prefix == names_.elementPrefix && binding.uri != element_.name->uri;
+    bool isFree(std::string_view prefix) const noexcept {
+        return !isReserved(prefix) && !scope_.declaredSince(outside_, prefix) &&
+               std::find(kept_.begin(), kept_.end(), prefix) == kept_.end();
     }
 
     Node const& element_;
     NamespaceScope& scope_;
     std::size_t outside_;
+    std::vector<std::string_view> kept_;
     StartTagNames names_;
 };
 

@@ -166,10 +166,12 @@ void TreeWriter::writeAttributes(Node const& element, StartTagNames const& names
     }
 }
 
+// Other values of xml:space mean nothing, to readers too.
 void TreeWriter::noticeSpace(Node const& attribute) noexcept {
     tree::Name const& name = *attribute.name;
-    if (name.local == "space" && name.uri == tree::xmlNamespace)
-        keepsBlanks_ = attribute.text() == "preserve";
+    if (name.local != "space" || name.uri != tree::xmlNamespace) return;
+    std::string_view const value = attribute.text();
+    if (value == "preserve" || value == "default") keepsBlanks_ = value == "preserve";
 }
 
 void TreeWriter::breakLine(bool marked, Node const* before, Node const* after, std::size_t depth) {

@@ -9,7 +9,7 @@
 namespace tibxml::output {
 
 // Why a document cannot be saved in its encoding; what() is a sentence for people and names the
-// encoding, and the character and its place where one is the cause.
+// encoding, and the character and what it stands in where one is the cause.
 class EncodingError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -22,6 +22,7 @@ namespace tibxml::output {
 // - an element: it and its subtree, readable by itself: namespaces that its ancestors declare and
 //   its subtree uses are declared on it; it counts as depth 0;
 // - an attribute: name="value";
+// - a text: its characters, escaped;
 // - any other node: as it stands in a document, a declaration with its encoding.
 // The node must belong to the document. Throws std::bad_alloc and what the sink throws.
 void writeXml(tree::Document const& document, tree::Node const* node, Sink& utf8);
