@@ -3,22 +3,12 @@
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
 
+#include "Adoption.h"
 #include "DeclarationRules.h"
 #include "Failure.h"
 #include "Text.h"
 
 namespace tibxml::com {
-
-namespace {
-
-// The node of this engine behind an interface that a caller passes; null for any other object.
-ComPtr<NodeHandle> handleOf(IUnknown* object) noexcept {
-    void* handle = nullptr;
-    if (object == nullptr || FAILED(object->QueryInterface(IID_NodeHandle, &handle))) return {};
-    return ComPtr<NodeHandle>::adopt(static_cast<NodeHandle*>(handle));
-}
-
-} // namespace
 
 tree::Node* AttributeMap::find(BSTR name) const {
     return tree::findAttribute(element_->node(), xmlText(name));
@@ -32,9 +22,7 @@ HRESULT AttributeMap::getNamedItem(BSTR name, IXMLDOMNode** attribute) noexcept 
 HRESULT AttributeMap::setNamedItem(IXMLDOMNode* attribute, IXMLDOMNode** result) noexcept {
     if (result != nullptr) *result = nullptr;
     return guarded(IID_IXMLDOMNamedNodeMap, [&] {
-        ComPtr<NodeHandle> const handle = handleOf(attribute);
-        if (!handle) throw Failure{E_INVALIDARG, "the object is no node of this engine"};
-        attach(*handle);
+        attach(*handleOf(attribute));
         if (result == nullptr) return S_OK;
         attribute->AddRef();
         *result = attribute;
@@ -45,26 +33,21 @@ HRESULT AttributeMap::setNamedItem(IXMLDOMNode* attribute, IXMLDOMNode** result)
 void AttributeMap::attach(NodeHandle& handle) {
     tree::Document& document = element_->storage();
     tree::Node* const element = element_->node();
-    tree::Node* const attribute = handle.node();
-    if (!attribute->is(tree::NodeKind::attribute))
+    if (!handle.node()->is(tree::NodeKind::attribute))
         throw Failure{E_FAIL, "the node is no attribute"};
-    if (attribute->parent == element) return;
-    tree::Name* const name = nameAt(document, element, attribute->name);
-    if (name->declaresNamespace) checkDeclaration(element, attribute, attribute->text());
+    if (handle.node()->parent == element) return;
+    tree::Name* const name = nameAt(document, element, handle.node()->name);
+    if (name->declaresNamespace) checkDeclaration(element, handle.node(), handle.node()->text());
     tree::Node* const old = tree::findAttribute(element, name->qualified);
-    tree::Node* const same = tree::findAttribute(element, name->expanded);
+    tree::Node* const same =
+        tree::findAttribute(element, document.names().findExpanded(name->local, name->uri));
     if (same != nullptr && same != old)
         throw Failure{E_FAIL, "the element has this attribute under another prefix"};
-    if (attribute->parent != nullptr) tree::remove(document, attribute);
-    attribute->name = name;
+    adopt(element_->owner(), document, handle);
     tree::Node* const next = old != nullptr ? old->next : nullptr;
     if (old != nullptr) tree::remove(document, old);
-    if (next != nullptr) {
-        tree::insertBefore(document, element, attribute, next);
-    } else {
-        tree::appendAttribute(document, element, attribute);
-    }
-    tree::settle(document, attribute);
+    handle.node()->name = name;
+    tree::move(document, handle.node(), element, next);
 }
 
 HRESULT AttributeMap::removeNamedItem(BSTR name, IXMLDOMNode** result) noexcept {

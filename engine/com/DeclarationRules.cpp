@@ -10,8 +10,13 @@ namespace tibxml::com {
 
 namespace {
 
+// A prefix whose namespace was left open takes any.
+bool isOpen(tree::Name const& name) noexcept {
+    return !name.prefix.empty() && name.uri.empty();
+}
+
 bool contradicts(tree::Name const& name, std::string_view prefix, std::string_view uri) noexcept {
-    return name.prefix == prefix && name.uri != uri;
+    return name.prefix == prefix && name.uri != uri && !isOpen(name);
 }
 
 bool isReserved(std::string_view prefix, std::string_view uri) noexcept {
@@ -35,11 +40,13 @@ void checkDeclaration(tree::Node const* element, tree::Node const* declaration,
 }
 
 tree::Name* nameAt(tree::Document& document, tree::Node const* element, tree::Name* name) {
-    if (name->prefix.empty() || !name->uri.empty()) return name;
-    auto const uri = tree::namespaceAt(element, name->prefix);
-    if (!uri || uri->empty())
-        throw Failure{E_FAIL, "the prefix '" + std::string{name->prefix} + "' is not declared"};
-    return document.names().intern(name->prefix, name->local, *uri);
+    std::string_view uri = name->uri;
+    if (isOpen(*name)) {
+        uri = tree::namespaceAt(element, name->prefix).value_or(std::string_view{});
+        if (uri.empty())
+            throw Failure{E_FAIL, "the prefix '" + std::string{name->prefix} + "' is not declared"};
+    }
+    return document.names().intern(name->prefix, name->local, uri);
 }
 
 } // namespace tibxml::com

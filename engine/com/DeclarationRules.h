@@ -13,9 +13,9 @@ namespace tibxml::com {
 void checkDeclaration(tree::Node const* element, tree::Node const* declaration,
                       std::string_view value);
 
-// The name for an attribute at an element: its own, or, for a prefix whose namespace was left open,
-// the one with the namespace that the prefix has there. Throws Failure (E_FAIL) when it has none,
-// std::bad_alloc.
+// The name for a node at an element, as a record of the element's document: its own, or, for a
+// prefix whose namespace was left open, the one with the namespace that the prefix has there (at
+// none, for a null element). Throws Failure (E_FAIL) when it has none, std::bad_alloc.
 tree::Name* nameAt(tree::Document& document, tree::Node const* element, tree::Name* name);
 
 } // namespace tibxml::com

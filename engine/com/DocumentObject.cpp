@@ -1,9 +1,12 @@
 #include "DocumentObject.h"
 
+#include <tree/Cloning.h>
+#include <tree/Editing.h>
 #include <tree/Lifetime.h>
 
 #include "ComPtr.h"
 #include "DocumentFile.h"
+#include "Insertion.h"
 #include "NodeFactory.h"
 #include "ParseErrorObject.h"
 #include "Sources.h"
@@ -41,18 +44,23 @@ HRESULT DocumentObject::get_documentElement(IXMLDOMElement** element) noexcept {
     });
 }
 
+HRESULT DocumentObject::putref_documentElement(IXMLDOMElement* element) noexcept {
+    return guarded(IID_IXMLDOMDocument, [&] { return setRoot(*this, *handleOf(element)), S_OK; });
+}
+
 HRESULT DocumentObject::createNode(VARIANT type, BSTR name, BSTR namespaceURI,
                                    IXMLDOMNode** node) noexcept {
     return reply(IID_IXMLDOMDocument, node, [&] {
         LONG const kind = integerIn(type, E_INVALIDARG);
-        return wrapNew(*this, newNode(storage(), kind, viewOf(name), viewOf(namespaceURI)));
+        return wrapNew(*this, storage(),
+                       newNode(storage(), kind, viewOf(name), viewOf(namespaceURI)));
     });
 }
 
 HRESULT DocumentObject::createAttribute(BSTR name, IXMLDOMAttribute** attribute) noexcept {
     return reply(IID_IXMLDOMDocument, attribute, [&] {
         tree::Node* const node = newNode(storage(), NODE_ATTRIBUTE, viewOf(name), {});
-        return static_cast<IXMLDOMAttribute*>(wrapNew(*this, node));
+        return static_cast<IXMLDOMAttribute*>(wrapNew(*this, storage(), node));
     });
 }
 
@@ -153,6 +161,33 @@ HRESULT DocumentObject::getProperty(BSTR name, VARIANT* value) noexcept {
         }
         return result;
     });
+}
+
+HRESULT DocumentObject::importNode(IXMLDOMNode* node, VARIANT_BOOL deep,
+                                   IXMLDOMNode** copy) noexcept {
+    return reply(IID_IXMLDOMDocument3, copy, [&] {
+        ComPtr<NodeHandle> const original = handleOf(node);
+        if (original->node()->is(tree::NodeKind::document))
+            throw Failure{E_FAIL, "a document cannot be imported"};
+        auto const depth =
+            deep != VARIANT_FALSE ? tree::CloneDepth::deep : tree::CloneDepth::shallow;
+        return wrapNew(*this, storage(),
+                       tree::clone(storage(), original->storage(), original->node(), depth));
+    });
+}
+
+DocumentObject* DocumentObject::clone(bool deep) {
+    auto copy = ComPtr<DocumentObject>::adopt(new DocumentObject);
+    copy->storage().preservesWhiteSpace = storage().preservesWhiteSpace;
+    copy->namespaces_ = namespaces_;
+    copy->newParser_ = newParser_;
+    copy->allowDocumentFunction_ = allowDocumentFunction_;
+    tree::Node* child = deep ? node()->firstChild() : nullptr;
+    for (; child != nullptr; child = child->next) {
+        tree::appendChild(copy->storage(), copy->node(),
+                          tree::clone(copy->storage(), storage(), child, tree::CloneDepth::deep));
+    }
+    return copy.detach();
 }
 
 } // namespace tibxml::com

@@ -22,6 +22,7 @@ public:
     query::Namespaces const& selectionNamespaces() const noexcept { return namespaces_; }
 
     HRESULT get_documentElement(IXMLDOMElement** element) noexcept override;
+    HRESULT putref_documentElement(IXMLDOMElement* element) noexcept override;
     HRESULT createNode(VARIANT type, BSTR name, BSTR namespaceURI,
                        IXMLDOMNode** node) noexcept override;
     HRESULT createAttribute(BSTR name, IXMLDOMAttribute** attribute) noexcept override;
@@ -33,6 +34,11 @@ public:
     HRESULT put_preserveWhiteSpace(VARIANT_BOOL preserves) noexcept override;
     HRESULT setProperty(BSTR name, VARIANT value) noexcept override;
     HRESULT getProperty(BSTR name, VARIANT* value) noexcept override;
+    HRESULT importNode(IXMLDOMNode* node, VARIANT_BOOL deep, IXMLDOMNode** copy) noexcept override;
+
+    // A new document with the same settings and, when deep, a copy of the content; one reference
+    // for the caller. Throws std::bad_alloc.
+    DocumentObject* clone(bool deep);
 
 private:
     ~DocumentObject() override;

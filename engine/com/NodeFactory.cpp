@@ -94,8 +94,7 @@ tree::Node* newNode(tree::Document& document, LONG type, std::wstring_view name,
     }
 }
 
-IXMLDOMNode* wrapNew(DocumentObject& owner, tree::Node* node) {
-    tree::Document& storage = owner.storage();
+IXMLDOMNode* wrapNew(DocumentObject& owner, tree::Document& storage, tree::Node* node) {
     try {
         return wrap(owner, storage, node);
     } catch (...) {

@@ -14,7 +14,7 @@ tree::Node* newNode(tree::Document& document, LONG type, std::wstring_view name,
 
 // The object for a node just made: a reference for the caller. The node is destroyed when there is
 // no memory for the object.
-IXMLDOMNode* wrapNew(DocumentObject& owner, tree::Node* node);
+IXMLDOMNode* wrapNew(DocumentObject& owner, tree::Document& storage, tree::Node* node);
 
 // The record for a qualified name in a namespace, or, without one, in the one that the prefixes
 // "xml" and "xmlns" have everywhere. Throws Failure (E_FAIL) for a name that is not valid or cannot

@@ -2,6 +2,7 @@
 
 #include <tree/Lifetime.h>
 
+#include "Failure.h"
 #include "NodeObjects.h"
 
 namespace tibxml::com {
@@ -19,6 +20,24 @@ void NodeHandle::detach() noexcept {
     node_->handle = nullptr;
     tree::handleReleased(*storage_, node_);
     node_ = nullptr;
+}
+
+void NodeHandle::moveTo(DocumentObject& owner, tree::Document& storage, tree::Node* node) noexcept {
+    DocumentObject* const old = owner_;
+    node_->handle = nullptr;
+    node->handle = this;
+    node_ = node;
+    storage_ = tree::DocumentRef{&storage};
+    owner_ = &owner;
+    owner.AddRef();
+    old->Release();
+}
+
+ComPtr<NodeHandle> handleOf(IUnknown* object) {
+    void* handle = nullptr;
+    if (object == nullptr || FAILED(object->QueryInterface(IID_NodeHandle, &handle)))
+        throw Failure{E_INVALIDARG, "the object is no node of this engine"};
+    return ComPtr<NodeHandle>::adopt(static_cast<NodeHandle*>(handle));
 }
 
 IXMLDOMNode* wrap(DocumentObject& owner, tree::Document& storage, tree::Node* node) {

@@ -6,6 +6,8 @@
 #include <com/LiveObjects.h>
 #include <tree/Document.h>
 
+#include "ComPtr.h"
+
 inline constexpr IID IID_NodeHandle{
     0x6B1D3C50, 0x9E0A, 0x4B7E, {0x8D, 0x52, 0x3C, 0x1F, 0x7A, 0x90, 0x24, 0xE1}};
 
@@ -25,6 +27,10 @@ public:
     tree::Document& storage() const noexcept { return *storage_; }
 
     DocumentObject& owner() const noexcept { return *owner_; }
+
+    // Makes a handle that its owner's objects hold refer to another node, which took the place of
+    // its own in another document.
+    void moveTo(DocumentObject& owner, tree::Document& storage, tree::Node* node) noexcept;
 
 protected:
     NodeHandle() noexcept = default;
@@ -49,6 +55,10 @@ IXMLDOMNode* wrap(DocumentObject& owner, tree::Document& storage, tree::Node* no
 inline IXMLDOMNode* wrapBeside(NodeHandle& handle, tree::Node* node) {
     return wrap(handle.owner(), handle.storage(), node);
 }
+
+// The node of this engine behind an object that a caller passes. Throws Failure (E_INVALIDARG) for
+// null and for any other object.
+ComPtr<NodeHandle> handleOf(IUnknown* object);
 
 } // namespace tibxml::com
 

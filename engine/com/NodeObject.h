@@ -5,6 +5,7 @@
 #include <TibXml/platform/ErrorInfo.h>
 
 #include "Failure.h"
+#include "Insertion.h"
 #include "NodeOperations.h"
 #include "TypedValue.h"
 
@@ -37,6 +38,27 @@ public:
 
     HRESULT get_attributes(IXMLDOMNamedNodeMap** map) noexcept final {
         return replyObject(IID_IXMLDOMNode, map, [&] { return attributes(*this); });
+    }
+
+    HRESULT insertBefore(IXMLDOMNode* node, VARIANT reference,
+                         IXMLDOMNode** result) noexcept final {
+        return handOut(node, result, [&] {
+            auto const before = referenceIn(reference);
+            insertChild(*this, *handleOf(node), before.get());
+        });
+    }
+
+    HRESULT appendChild(IXMLDOMNode* node, IXMLDOMNode** result) noexcept final {
+        return handOut(node, result, [&] { insertChild(*this, *handleOf(node), nullptr); });
+    }
+
+    HRESULT removeChild(IXMLDOMNode* child, IXMLDOMNode** result) noexcept final {
+        return handOut(child, result, [&] { com::removeChild(*this, *handleOf(child)); });
+    }
+
+    HRESULT cloneNode(VARIANT_BOOL deep, IXMLDOMNode** copy) noexcept final {
+        return reply(IID_IXMLDOMNode, copy,
+                     [&] { return com::cloneNode(*this, deep != VARIANT_FALSE); });
     }
 
     HRESULT get_ownerDocument(IXMLDOMDocument** document) noexcept final {
@@ -79,6 +101,20 @@ public:
     HRESULT selectSingleNode(BSTR expression, IXMLDOMNode** node) noexcept final {
         return replyObject(IID_IXMLDOMNode, node,
                            [&] { return com::selectSingleNode(*this, expression); });
+    }
+
+private:
+    // Runs a step on a node that a caller passed and hands that node out again.
+    template <class Step>
+    static HRESULT handOut(IXMLDOMNode* node, IXMLDOMNode** result, Step step) noexcept {
+        if (result != nullptr) *result = nullptr;
+        return guarded(IID_IXMLDOMNode, [&] {
+            step();
+            if (result == nullptr) return S_OK;
+            node->AddRef();
+            *result = node;
+            return S_OK;
+        });
     }
 };
 

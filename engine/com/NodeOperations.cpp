@@ -2,11 +2,13 @@
 
 #include <output/Serializer.h>
 #include <query/QueryCache.h>
+#include <tree/Cloning.h>
 #include <tree/TextContent.h>
 
 #include "AttributeMap.h"
 #include "ChildList.h"
 #include "DocumentObject.h"
+#include "NodeFactory.h"
 #include "QueryList.h"
 #include "SetText.h"
 #include "Text.h"
@@ -65,6 +67,14 @@ IXMLDOMDocument* ownerDocument(NodeHandle& handle) {
     if (handle.node()->is(tree::NodeKind::document)) return nullptr;
     handle.owner().AddRef();
     return &handle.owner();
+}
+
+IXMLDOMNode* cloneNode(NodeHandle& handle, bool deep) {
+    if (handle.node()->is(tree::NodeKind::document)) return handle.owner().clone(deep);
+    auto const depth = deep ? tree::CloneDepth::deep : tree::CloneDepth::shallow;
+    tree::Document& storage = handle.storage();
+    tree::Node* const copy = tree::clone(storage, storage, handle.node(), depth);
+    return wrapNew(handle.owner(), storage, copy);
 }
 
 BSTR textOf(NodeHandle& handle) {

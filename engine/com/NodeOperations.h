@@ -14,6 +14,7 @@ IXMLDOMNode* parentNode(NodeHandle& handle);
 IXMLDOMNodeList* childNodes(NodeHandle& handle);
 IXMLDOMNamedNodeMap* attributes(NodeHandle& handle);
 IXMLDOMDocument* ownerDocument(NodeHandle& handle);
+IXMLDOMNode* cloneNode(NodeHandle& handle, bool deep);
 BSTR textOf(NodeHandle& handle);
 void setText(NodeHandle& handle, BSTR text);
 BSTR xmlOf(NodeHandle& handle);

@@ -4,6 +4,7 @@
 
 #include <tree/Lifetime.h>
 
+#include "Adoption.h"
 #include "Failure.h"
 
 namespace tibxml::com {
@@ -20,10 +21,11 @@ QueryList::~QueryList() {
 }
 
 HRESULT QueryList::get_item(LONG index, IXMLDOMNode** node) noexcept {
-    return replyObject(IID_IXMLDOMNodeList, node, [&] {
-        bool const isInside = index >= 0 && static_cast<std::size_t>(index) < nodes_.size();
-        return wrap(*owner_, *storage_,
-                    isInside ? nodes_[static_cast<std::size_t>(index)] : nullptr);
+    return replyObject(IID_IXMLDOMNodeList, node, [&]() -> IXMLDOMNode* {
+        if (index < 0 || static_cast<std::size_t>(index) >= nodes_.size()) return nullptr;
+        tree::Node* const item = nodes_[static_cast<std::size_t>(index)];
+        if (IXMLDOMNode* moved = movedNode(*storage_, item)) return moved;
+        return wrap(*owner_, *storage_, item);
     });
 }
 

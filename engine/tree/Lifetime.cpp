@@ -125,11 +125,43 @@ void unpin(Document& document) noexcept {
     for (Node* node : waiting)
         destroy(document, node);
     waiting.clear();
+    document.movedAway.clear();
 }
 
 void remove(Document& document, Node* node) {
     noteHandles(document, node);
     takeOut(document, node);
+}
+
+void move(Document& document, Node* node, Node* parent, Node* before) {
+    // Within the document itself nobody counts handles, so that the cost does not depend on the
+    // size of what is moved.
+    bool const staysAttached = rootOf(node) == document.node() && rootOf(parent) == document.node();
+    if (staysAttached) {
+        unlink(document, node);
+    } else if (node->parent != nullptr) {
+        remove(document, node); // somebody who moves it has a handle on it, so it lives
+    }
+    if (before != nullptr) {
+        insertBefore(document, parent, node, before);
+    } else if (node->is(NodeKind::attribute)) {
+        appendAttribute(document, parent, node);
+    } else {
+        appendChild(document, parent, node);
+    }
+    if (!staysAttached) settle(document, node);
+}
+
+void discard(Document& document, Node* subtree, std::size_t handlesGone) noexcept {
+    Node* const root = rootOf(subtree);
+    if (root == subtree) {
+        document.detachedHandles.erase(subtree);
+    } else {
+        unlink(document, subtree);
+        if (root != document.node() && handlesGone != 0)
+            releaseHandles(document, root, handlesGone);
+    }
+    dispose(document, subtree);
 }
 
 void removeChildren(Document& document, Node* parent) {

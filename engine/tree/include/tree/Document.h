@@ -57,6 +57,10 @@ public:
     std::size_t pins = 0;
     std::vector<Node*> awaitingDisposal;
 
+    // And what has become of those that moved to other documents meanwhile: engine objects, which
+    // only their owner knows.
+    std::unordered_map<Node const*, std::shared_ptr<void>> movedAway;
+
     // What the query layer remembers about this document; valid only for the version it notes
     // itself.
     std::shared_ptr<void> queryIndex;

@@ -24,6 +24,14 @@ void remove(Document& document, Node* node);
 // Must be told when a detached subtree was put into a tree again.
 void settle(Document& document, Node* subtree) noexcept;
 
+// Puts a node, wherever it is in this document, into the list of a parent in front of `before`,
+// last when that is null. An attribute goes among the parent's attributes. Throws std::bad_alloc
+// before anything changed.
+void move(Document& document, Node* node, Node* parent, Node* before);
+
+// Takes out and gives back a subtree whose nodes went to another document, with as many handles.
+void discard(Document& document, Node* subtree, std::size_t handlesGone) noexcept;
+
 // Removes all children of a node in this way.
 void removeChildren(Document& document, Node* parent);
 

@@ -18,6 +18,10 @@ public:
     /// The root element; `S_FALSE` when there is none.
     virtual HRESULT get_documentElement(IXMLDOMElement** element) = 0;
 
+    /// Makes an element the root, in the place of the old one, which is detached; what stands
+    /// beside the root stays. Moves and refuses as `insertBefore` does; `E_INVALIDARG` for null.
+    virtual HRESULT putref_documentElement(IXMLDOMElement* element) = 0;
+
     /// A new detached node of this document. `type` is a `DOMNodeType` in an integer variant:
     /// element, attribute, text, CDATA section, comment or processing instruction. An empty or null
     /// namespace means none; a prefixed name without a namespace gets that of its prefix where the
@@ -76,6 +80,11 @@ inline constexpr IID IID_IXMLDOMDocument3{
 
 /// The document interface that the library asks for.
 class IXMLDOMDocument3 : public IXMLDOMDocument2 {
+public:
+    /// A detached copy, owned by this document, of a node of any document; names keep their
+    /// namespaces. `E_FAIL` for a document, `E_INVALIDARG` for a null or foreign object.
+    virtual HRESULT importNode(IXMLDOMNode* node, VARIANT_BOOL deep, IXMLDOMNode** copy) = 0;
+
 protected:
     ~IXMLDOMDocument3() = default;
 };

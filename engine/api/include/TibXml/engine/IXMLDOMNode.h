@@ -44,9 +44,32 @@ public:
     /// The live map of an element's attributes; `S_FALSE` for any other node.
     virtual HRESULT get_attributes(IXMLDOMNamedNodeMap** attributes) = 0;
 
+    /// Puts a node in front of a child of this node (an object variant), or last when the variant
+    /// is empty, null or holds a null object; in front of itself changes nothing. A node that has a
+    /// parent moves; one of another document comes over with its subtree, and everything that
+    /// refers to it stays valid. The node is handed out if `result` is not null.
+    ///
+    /// `E_INVALIDARG` for a null or foreign object and a reference that is no child of this node.
+    /// `E_FAIL`, with nothing changed, for what cannot be saved and loaded again: attributes and
+    /// documents as children, children of anything but elements and documents, a second element or
+    /// text beside the root, a node inside itself, anything in front of the XML declaration, a
+    /// prefix without namespace that is not declared here.
+    virtual HRESULT insertBefore(IXMLDOMNode* node, VARIANT reference, IXMLDOMNode** result) = 0;
+
+    /// Detaches a child and hands it out if `result` is not null; it and its subtree stay usable.
+    /// `E_INVALIDARG` for what is no child of this node.
+    virtual HRESULT removeChild(IXMLDOMNode* child, IXMLDOMNode** result) = 0;
+
+    /// As `insertBefore` without a reference.
+    virtual HRESULT appendChild(IXMLDOMNode* node, IXMLDOMNode** result) = 0;
+
     /// The document that the node belongs to, also while it is detached; `S_FALSE` for the document
     /// itself.
     virtual HRESULT get_ownerDocument(IXMLDOMDocument** document) = 0;
+
+    /// A detached copy in the same document, with the attributes, and with the descendants if
+    /// `deep`. Of a document, a new document with the same settings.
+    virtual HRESULT cloneNode(VARIANT_BOOL deep, IXMLDOMNode** copy) = 0;
 
     /// The text of the node and its descendants; of an attribute its value; of a document that of
     /// its root.

@@ -1,0 +1,17 @@
+// Moving nodes between documents: a document never depends on another one's storage.
+#pragma once
+
+#include "NodeHandle.h"
+
+namespace tibxml::com {
+
+// Makes a node with its subtree part of another document's storage, detached there, unless it is
+// already. What refers to the nodes now refers to their copies, so that callers see the same nodes
+// in another document. Throws std::bad_alloc before anything changed.
+void adopt(DocumentObject& owner, tree::Document& storage, NodeHandle& handle);
+
+// The object for a node that a pinned pointer refers to and that has moved to another document: a
+// new reference for the caller; null for a node that has not.
+IXMLDOMNode* movedNode(tree::Document& storage, tree::Node const* node);
+
+} // namespace tibxml::com

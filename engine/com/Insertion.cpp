@@ -1,0 +1,111 @@
+#include "Insertion.h"
+
+#include <tree/Lifetime.h>
+#include <tree/NamespaceLookup.h>
+#include <tree/Navigation.h>
+
+#include "Adoption.h"
+#include "DeclarationRules.h"
+#include "Failure.h"
+
+namespace tibxml::com {
+
+namespace {
+
+using tree::NodeKind;
+
+void check(bool isAllowed, char const* refusal) {
+    if (!isAllowed) throw Failure{E_FAIL, refusal};
+}
+
+tree::Node const* childOfKind(tree::Node const* parent, NodeKind kind) noexcept {
+    tree::Node const* child = parent->firstChild();
+    while (child != nullptr && !child->is(kind))
+        child = child->next;
+    return child;
+}
+
+// What can stand beside the root element, and where.
+void checkTopLevel(tree::Node const* document, tree::Node const* child, tree::Node const* before) {
+    check(!child->isText(), "text cannot stand beside the root element");
+    if (child->is(NodeKind::element)) {
+        tree::Node const* const root = childOfKind(document, NodeKind::element);
+        check(root == nullptr || root == child, "a document has one root element");
+    }
+    if (child->is(NodeKind::declaration)) {
+        tree::Node const* const declaration = childOfKind(document, NodeKind::declaration);
+        check(declaration == nullptr && before == document->firstChild(),
+              "the XML declaration comes first and once");
+    }
+    check(before == nullptr || !before->is(NodeKind::declaration),
+          "nothing can stand before the XML declaration");
+}
+
+void checkPlace(tree::Node const* parent, tree::Node const* child, tree::Node const* before) {
+    check(parent->hasChildList(), "the node cannot have children");
+    check(!child->is(NodeKind::attribute) && !child->is(NodeKind::document),
+          "attributes and documents cannot be children");
+    check(!tree::isInSubtree(parent, child), "a node cannot be put into itself");
+    if (parent->is(NodeKind::document)) {
+        checkTopLevel(parent, child, before);
+    } else {
+        check(!child->is(NodeKind::declaration), "the XML declaration belongs to a document");
+    }
+}
+
+// The name that a child will have below a parent, as a record of the parent's document. Its own
+// declarations come first.
+tree::Name* nameBelow(NodeHandle& parent, tree::Node const* child) {
+    if (child->name == nullptr) return nullptr;
+    tree::Name* const name = child->name;
+    bool const declaresItself = tree::namespaceAt(child, name->prefix).has_value();
+    return nameAt(parent.storage(), declaresItself ? child : parent.node(), name);
+}
+
+// The checks are done: the rest changes the tree.
+void place(NodeHandle& parent, NodeHandle& child, tree::Name* name, tree::Node* before) {
+    adopt(parent.owner(), parent.storage(), child);
+    child.node()->name = name;
+    tree::move(parent.storage(), child.node(), parent.node(), before);
+}
+
+} // namespace
+
+void insertChild(NodeHandle& parent, NodeHandle& child, NodeHandle const* before) {
+    tree::Node* const reference = before != nullptr ? before->node() : nullptr;
+    if (reference != nullptr &&
+        (reference->parent != parent.node() || reference->is(NodeKind::attribute)))
+        throw Failure{E_INVALIDARG, "the reference is no child of the node"};
+    if (reference == child.node()) return;
+    checkPlace(parent.node(), child.node(), reference);
+    place(parent, child, nameBelow(parent, child.node()), reference);
+}
+
+void removeChild(NodeHandle& parent, NodeHandle& child) {
+    tree::Node* const node = child.node();
+    if (node->parent != parent.node() || node->is(NodeKind::attribute))
+        throw Failure{E_INVALIDARG, "the node is no child of this one"};
+    tree::remove(parent.storage(), node);
+}
+
+void setRoot(NodeHandle& document, NodeHandle& element) {
+    check(element.node()->is(NodeKind::element), "only an element can be the root");
+    tree::Node* const old = document.storage().documentElement();
+    if (old == element.node()) return;
+    place(document, element, nameBelow(document, element.node()), old);
+    if (old != nullptr) tree::remove(document.storage(), old);
+}
+
+ComPtr<NodeHandle> referenceIn(VARIANT const& value) {
+    switch (value.vt) {
+    case VT_EMPTY:
+    case VT_NULL:
+    case VT_ERROR: return {};
+    case VT_UNKNOWN:
+    case VT_DISPATCH:
+        return value.punkVal != nullptr ? handleOf(value.punkVal) : ComPtr<NodeHandle>{};
+    default: throw Failure{E_INVALIDARG, "a node is expected as reference"};
+    }
+}
+
+} // namespace tibxml::com
