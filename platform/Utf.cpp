@@ -1,16 +1,18 @@
 #include <TibXml/platform/Utf.h>
 
-#include <array>
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
 // The loops over blocks have a fixed number of steps and no exit, which is what lets the compiler
-// turn them into vector code.
+// turn them into vector code. Where a block turns out not to be ASCII, a whole block's worth is
+// taken one by one before the next is tried: text that is not ASCII seldom changes back soon.
 namespace tibxml::platform {
 
 namespace {
 
 constexpr std::size_t blockSize = 16;
+constexpr std::size_t wordSize = 8;
 constexpr std::uint64_t highBits = 0x8080808080808080u;
 constexpr std::uint64_t lowBits = 0x0101010101010101u;
 
@@ -20,25 +22,40 @@ std::uint64_t wordAt(char const* bytes) noexcept {
     return word;
 }
 
-bool isAsciiBlock(char const* bytes) noexcept {
-    return ((wordAt(bytes) | wordAt(bytes + 8)) & highBits) == 0;
+template <std::size_t Count>
+bool isAscii(char const* bytes) noexcept {
+    std::uint64_t bits = 0;
+    for (std::size_t i = 0; i < Count; i += wordSize)
+        bits |= wordAt(bytes + i);
+    return (bits & highBits) == 0;
 }
 
-bool isAsciiBlock(wchar_t const* wide) noexcept {
-    std::uint32_t bits = 0;
-    for (std::size_t i = 0; i < blockSize; ++i)
-        bits |= static_cast<std::uint32_t>(wide[i]);
-    return bits < 0x80;
+template <std::size_t Count>
+bool isAscii(wchar_t const* wide) noexcept {
+    constexpr std::uint64_t notAscii = 0xFFFFFF80FFFFFF80u;
+    std::uint64_t bits = 0;
+    for (std::size_t i = 0; i < Count; i += wordSize / sizeof(wchar_t))
+        bits |= wordAt(reinterpret_cast<char const*>(wide + i));
+    return (bits & notAscii) == 0;
 }
 
-void widenBlock(char const* bytes, wchar_t* out) noexcept {
-    for (std::size_t i = 0; i < blockSize; ++i)
-        out[i] = static_cast<unsigned char>(bytes[i]);
+wchar_t unitOf(char byte) noexcept {
+    return static_cast<unsigned char>(byte);
 }
 
-void narrowBlock(wchar_t const* wide, char* out) noexcept {
-    for (std::size_t i = 0; i < blockSize; ++i)
-        out[i] = static_cast<char>(wide[i]);
+char unitOf(wchar_t wide) noexcept {
+    return static_cast<char>(wide);
+}
+
+/// Copies the leading ASCII as far as it comes in whole steps of `Count`.
+template <std::size_t Count, class From, class To>
+void copyAscii(From const*& from, From const* end, To*& out) noexcept {
+    while (static_cast<std::size_t>(end - from) >= Count && isAscii<Count>(from)) {
+        for (std::size_t i = 0; i < Count; ++i)
+            out[i] = unitOf(from[i]);
+        from += Count;
+        out += Count;
+    }
 }
 
 unsigned byteAt(char const* bytes) noexcept {
@@ -55,62 +72,133 @@ unsigned sequenceLength(unsigned lead) noexcept {
     return lead < 0xF0 ? 3 : 4;
 }
 
-/// A character of two bytes or more whose form is not in doubt.
-char32_t decodeSequence(char const* bytes, unsigned length) noexcept {
-    char32_t code = byteAt(bytes) & (0x7Fu >> length);
-    for (unsigned i = 1; i < length; ++i)
-        code = (code << 6) | (byteAt(bytes + i) & 0x3Fu);
-    return code;
+/// The low bits of a continuation byte, moved to their place in the character.
+char32_t tailBits(char const* byte, unsigned shift) noexcept {
+    return (byteAt(byte) & 0x3Fu) << shift;
 }
 
-bool isSurrogate(std::uint32_t code) noexcept {
+/// A character whose length is known and whose bytes are all there.
+char32_t decode(char const* bytes, unsigned length) noexcept {
+    auto const lead = byteAt(bytes);
+    switch (length) {
+    case 1: return lead;
+    case 2: return ((lead & 0x1Fu) << 6) | tailBits(bytes + 1, 0);
+    case 3: return ((lead & 0x0Fu) << 12) | tailBits(bytes + 1, 6) | tailBits(bytes + 2, 0);
+    default:
+        return ((lead & 0x07u) << 18) | tailBits(bytes + 1, 12) | tailBits(bytes + 2, 6) |
+               tailBits(bytes + 3, 0);
+    }
+}
+
+bool isSurrogate(char32_t code) noexcept {
     return code - 0xD800u < 0x800u;
 }
 
-/// The bytes that follow in the block of eight bytes which are not continuation bytes.
+constexpr Utf8Character illFormed{0, 0};
+
+Utf8Character checkedPair(char const* bytes) noexcept {
+    auto const code = decode(bytes, 2);
+    return isContinuation(byteAt(bytes + 1)) && code >= 0x80 ? Utf8Character{code, 2} : illFormed;
+}
+
+Utf8Character checkedTriple(char const* bytes) noexcept {
+    auto const code = decode(bytes, 3);
+    auto const formed = isContinuation(byteAt(bytes + 1)) && isContinuation(byteAt(bytes + 2));
+    return formed && code >= 0x800 && !isSurrogate(code) ? Utf8Character{code, 3} : illFormed;
+}
+
+Utf8Character checkedQuadruple(char const* bytes) noexcept {
+    auto const code = decode(bytes, 4);
+    auto const formed = byteAt(bytes) < 0xF8 && isContinuation(byteAt(bytes + 1)) &&
+                        isContinuation(byteAt(bytes + 2)) && isContinuation(byteAt(bytes + 3));
+    return formed && code >= 0x10000 && code <= 0x10FFFF ? Utf8Character{code, 4} : illFormed;
+}
+
+Utf8Character checked(char const* bytes, char const* end) noexcept {
+    if (bytes == end) return illFormed;
+    auto const lead = byteAt(bytes);
+    if (lead < 0x80) return {lead, 1};
+    auto const length = sequenceLength(lead);
+    if (length == 1 || end - bytes < std::ptrdiff_t{length}) return illFormed;
+    if (length == 2) return checkedPair(bytes);
+    return length == 3 ? checkedTriple(bytes) : checkedQuadruple(bytes);
+}
+
+/// How many of eight bytes begin a character.
 std::size_t leadBytes(std::uint64_t word) noexcept {
     auto const leads = ((~word >> 7) | (word >> 6)) & lowBits;
     return static_cast<std::size_t>((leads * lowBits) >> 56);
 }
 
+/// Widens until `stop` is reached or passed; at `end` also when the last character is cut short.
+char const* widenSingly(char const* bytes, char const* stop, char const* end,
+                        wchar_t*& out) noexcept {
+    while (bytes < stop) {
+        auto const lead = byteAt(bytes);
+        auto const length = sequenceLength(lead);
+        if (end - bytes < std::ptrdiff_t{length}) return end;
+        // A stray continuation byte was not counted by wideLength and must not be written either.
+        if (!isContinuation(lead)) *out++ = static_cast<wchar_t>(decode(bytes, length));
+        bytes += length;
+    }
+    return bytes;
+}
+
+// Comparisons as arithmetic, 1 or 0: as conditions they become jumps, and mispredicted ones.
+
+std::uint32_t isAbove(std::uint32_t limit, std::uint32_t code) noexcept {
+    return (limit - code) >> 31; // for codes below 2^31
+}
+
+std::uint32_t isNoCharacter(std::uint32_t code) noexcept {
+    auto const surrogate = (((code ^ 0xD800u) >> 11) - 1) >> 31;
+    return surrogate | isAbove(0x10FFFF, code) | (code >> 31);
+}
+
+/// Adds the size of a few wide characters.
+template <std::size_t Count>
+void addSize(wchar_t const* wide, Utf8Size& total) noexcept {
+    std::uint32_t more = 0;
+    std::uint32_t bad = 0;
+    for (std::size_t i = 0; i < Count; ++i) {
+        auto const code = static_cast<char32_t>(wide[i]);
+        more += isAbove(0x7F, code) + isAbove(0x7FF, code) + isAbove(0xFFFF, code);
+        bad |= isNoCharacter(code);
+    }
+    total.bytes += Count + more;
+    total.valid &= bad == 0;
+}
+
 } // namespace
 
 std::size_t asciiPrefix(std::string_view text) noexcept {
+    auto const* const begin = text.data();
     std::size_t done = 0;
-    while (text.size() - done >= blockSize && isAsciiBlock(text.data() + done))
+    while (text.size() - done >= blockSize && isAscii<blockSize>(begin + done))
         done += blockSize;
-    while (done < text.size() && byteAt(text.data() + done) < 0x80)
+    while (done < text.size() && byteAt(begin + done) < 0x80)
         ++done;
     return done;
 }
 
 Utf8Character firstUtf8Character(std::string_view text) noexcept {
-    constexpr Utf8Character none{0, 0};
-    constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
-    if (text.empty()) return none;
-    auto const lead = byteAt(text.data());
-    if (lead < 0x80) return {lead, 1};
-    auto const length = sequenceLength(lead);
-    if (length == 1 || lead > 0xF4 || text.size() < length) return none;
-    for (unsigned i = 1; i < length; ++i)
-        if (!isContinuation(byteAt(text.data() + i))) return none;
-    auto const code = decodeSequence(text.data(), length);
-    if (code < least[length] || isSurrogate(code) || code > 0x10FFFF) return none;
-    return {code, length};
+    return checked(text.data(), text.data() + text.size());
 }
 
 std::size_t validUtf8Prefix(std::string_view text) noexcept {
-    auto rest = text;
-    for (;;) {
-        rest.remove_prefix(asciiPrefix(rest));
-        auto character = firstUtf8Character(rest);
-        if (character.length == 0) return text.size() - rest.size();
-        // Text that is not ASCII seldom changes back after one character.
-        while (character.length > 1) {
-            rest.remove_prefix(character.length);
-            character = firstUtf8Character(rest);
+    auto const* bytes = text.data();
+    auto const* const end = bytes + text.size();
+    while (bytes != end) {
+        while (end - bytes >= std::ptrdiff_t{blockSize} && isAscii<blockSize>(bytes))
+            bytes += blockSize;
+        auto const* const stop = bytes + std::min<std::ptrdiff_t>(end - bytes, blockSize);
+        while (bytes < stop) {
+            auto const length = checked(bytes, end).length;
+            if (length == 0) return static_cast<std::size_t>(bytes - text.data());
+            bytes += length;
         }
     }
+    return text.size();
 }
 
 bool isValidWide(std::wstring_view text) noexcept {
@@ -121,7 +209,7 @@ std::size_t wideLength(std::string_view utf8) noexcept {
     auto const* bytes = utf8.data();
     auto const* const end = bytes + utf8.size();
     std::size_t length = 0;
-    for (; end - bytes >= 8; bytes += 8)
+    for (; end - bytes >= std::ptrdiff_t{wordSize}; bytes += wordSize)
         length += leadBytes(wordAt(bytes));
     for (; bytes != end; ++bytes)
         length += isContinuation(byteAt(bytes)) ? 0 : 1;
@@ -132,33 +220,28 @@ wchar_t* widenUtf8(std::string_view utf8, wchar_t* out) noexcept {
     auto const* bytes = utf8.data();
     auto const* const end = bytes + utf8.size();
     while (bytes != end) {
-        for (; end - bytes >= std::ptrdiff_t{blockSize} && isAsciiBlock(bytes);
-             bytes += blockSize) {
-            widenBlock(bytes, out);
-            out += blockSize;
-        }
-        if (bytes == end) break;
-        auto const lead = byteAt(bytes);
-        auto const length = sequenceLength(lead);
-        if (end - bytes < std::ptrdiff_t{length}) break;
-        // A stray continuation byte was not counted by wideLength and must not be written either.
-        if (!isContinuation(lead))
-            *out++ = static_cast<wchar_t>(length == 1 ? lead : decodeSequence(bytes, length));
-        bytes += length;
+        copyAscii<blockSize>(bytes, end, out);
+        copyAscii<wordSize>(bytes, end, out);
+        auto const* const stop = bytes + std::min<std::ptrdiff_t>(end - bytes, blockSize);
+        bytes = widenSingly(bytes, stop, end, out);
     }
     return out;
 }
 
 Utf8Size utf8Size(std::wstring_view wide) noexcept {
-    std::size_t bytes = 0;
-    bool bad = false;
-    for (auto const character : wide) {
-        auto const code = static_cast<char32_t>(character);
-        bytes +=
-            1u + (code >= 0x80 ? 1u : 0u) + (code >= 0x800 ? 1u : 0u) + (code >= 0x10000 ? 1u : 0u);
-        bad |= isSurrogate(code) || code > 0x10FFFF;
+    auto const* from = wide.data();
+    auto const* const end = from + wide.size();
+    Utf8Size total{0, true};
+    for (; end - from >= std::ptrdiff_t{blockSize}; from += blockSize) {
+        if (isAscii<blockSize>(from)) {
+            total.bytes += blockSize;
+        } else {
+            addSize<blockSize>(from, total);
+        }
     }
-    return {bytes, !bad};
+    for (; from != end; ++from)
+        addSize<1>(from, total);
+    return total;
 }
 
 char* writeUtf8(char32_t code, char* out) noexcept {
@@ -187,12 +270,11 @@ char* narrowToUtf8(std::wstring_view wide, char* out) noexcept {
     auto const* from = wide.data();
     auto const* const end = from + wide.size();
     while (from != end) {
-        for (; end - from >= std::ptrdiff_t{blockSize} && isAsciiBlock(from); from += blockSize) {
-            narrowBlock(from, out);
-            out += blockSize;
-        }
-        if (from == end) break;
-        out = writeUtf8(static_cast<char32_t>(*from++), out);
+        copyAscii<blockSize>(from, end, out);
+        copyAscii<wordSize>(from, end, out);
+        auto const* const stop = from + std::min<std::ptrdiff_t>(end - from, blockSize);
+        for (; from != stop; ++from)
+            out = writeUtf8(static_cast<char32_t>(*from), out);
     }
     return out;
 }

@@ -47,7 +47,7 @@ public:
 
 private:
     std::size_t length_ = 0;
-    std::array<wchar_t, Capacity + 1> text_{};
+    std::array<wchar_t, Capacity + 1> text_;
 };
 
 using IntegerText = NumberText<20>; ///< the longest: -9223372036854775808
