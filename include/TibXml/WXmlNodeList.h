@@ -47,7 +47,7 @@ public:
     iterator end() const;
 
 private:
-    IXMLDOMNodeList* Engine() const noexcept;
+    WXmlNodeListPtr const& List() const noexcept;
 
     std::unique_ptr<WXmlNodeListPtr> cell;
 };

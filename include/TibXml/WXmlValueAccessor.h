@@ -54,20 +54,18 @@ protected:
 /// by `WXmlNode::Value` and `WXmlNode::Attribute`. It keeps its node, and looks for its target each
 /// time it is used: an attribute that was added or removed meanwhile is seen at once.
 ///
-/// Values are plain text in the document, one fixed form for each type:
-///
-/// | type | read from | written as |
-/// |---|---|---|
-/// | `bool` | exactly "true" or "false" | the same |
-/// | integers | a decimal number to the end of the text, white space and a sign before it; what is
-///   too great or too small becomes the limit of the type | plain digits |
-/// | `double` | a number at the beginning, by the C locale; zero only when the text begins with a
-///   "0" | six digits behind the separator |
-/// | `CString` | the text as it is | the same |
-/// | `CPoint` | "(x,y)" | "(1,2)" |
-/// | `CSize` | "(cx,cy)", or one number for both | "(1,2)" |
-/// | `CRect` | "left,top,right,bottom", or one number for all | "1,2,3,4" |
-/// | bytes | base64, where the element says that it is that | the same |
+/// Values are plain text in the document, in one fixed form for each type:
+/// - `bool`: exactly "true" or "false".
+/// - Integers: plain decimal digits. Read from the whole text, with white space and a sign allowed
+///   in front; what is too great or too small becomes the nearest limit of the type.
+/// - `double`: six digits behind the decimal separator, which is that of the C locale. Read from a
+///   number at the beginning of the text; a zero only when the very first character is a "0".
+/// - `CString`: the text as it is.
+/// - `CPoint`, `CSize`: "(1,2)". A size also reads from a single number, which counts for both.
+/// - `CRect`: "1,2,3,4", left, top, right, bottom. Also reads from a single number for all four.
+///   White space around the numbers does no harm in these three, but for what stands right before
+///   a "(" or ")"; what follows is ignored.
+/// - Bytes: base64, in an element that is marked as holding it.
 ///
 /// Getters come in three forms. With a default they return that when the value is *absent*: when
 /// there is no target, or its text does not read as the type. Without, and with `_throws`, they

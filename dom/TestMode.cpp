@@ -1,0 +1,12 @@
+#include "TestMode.h"
+
+#include <TibXml/platform/Module.h>
+
+namespace tibxml::dom {
+
+bool isTestMode() noexcept {
+    static bool const marked = GetModuleHandleA("UnitTestMarker.dll") != nullptr;
+    return marked;
+}
+
+} // namespace tibxml::dom

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <TibXml/EnginePtr.h>
+#include <TibXml/EngineString.h>
+#include <TibXml/platform/ComInterface.h>
+
+#include <utility>
+
+// How documents, nodes and values call the engine: failures become exceptions here and nowhere
+// else. For our own folders only.
+namespace tibxml::engine {
+
+/// Calls one of an object's functions and gives its success code. Throws `_com_error`: with
+/// `E_POINTER` when there is no object, otherwise with the function's code and what the engine left
+/// for the interface that has the function.
+template <class Object, class Interface, class... Parameters, class... Arguments>
+HRESULT invoke(EnginePtr<Object> const& object, HRESULT (Interface::*function)(Parameters...),
+               Arguments&&... arguments) {
+    HRESULT const code = (object.operator->()->*function)(std::forward<Arguments>(arguments)...);
+    if (FAILED(code)) {
+        _com_issue_errorex(code, object, platform::iidOf<Interface>());
+    }
+    return code;
+}
+
+/// What a getter answers, with the failures of `invoke`: an object, which is empty when there is
+/// none, a text, or a plain value.
+template <class Object, class Interface, class Result>
+EnginePtr<Result> objectFrom(EnginePtr<Object> const& object,
+                             HRESULT (Interface::*getter)(Result**)) {
+    EnginePtr<Result> result;
+    invoke(object, getter, result.GetAddress());
+    return result;
+}
+
+template <class Object, class Interface>
+EngineString textFrom(EnginePtr<Object> const& object, HRESULT (Interface::*getter)(BSTR*)) {
+    EngineString text;
+    invoke(object, getter, text.address());
+    return text;
+}
+
+template <class Object, class Interface, class Value>
+Value valueFrom(EnginePtr<Object> const& object, HRESULT (Interface::*getter)(Value*)) {
+    Value value{};
+    invoke(object, getter, &value);
+    return value;
+}
+
+/// Another interface of an object; empty when there is no object and when it does not offer that.
+/// Any other failure throws `_com_error`.
+template <class Wanted, class Object>
+EnginePtr<Wanted> interfaceOf(EnginePtr<Object> const& object) {
+    if (!object) return {};
+    void* found = nullptr;
+    HRESULT const code = object->QueryInterface(platform::iidOf<Wanted>(), &found);
+    if (code == E_NOINTERFACE) return {};
+    if (FAILED(code)) _com_issue_error(code);
+    return EnginePtr<Wanted>{static_cast<Wanted*>(found), false};
+}
+
+/// The result of an action, `onFailure` when it throws anything at all: for functions that answer
+/// failures by their result.
+template <class Result, class Action>
+Result quietly(Result onFailure, Action const& action) noexcept {
+    try {
+        return action();
+    } catch (...) {
+        return onFailure;
+    }
+}
+
+} // namespace tibxml::engine
