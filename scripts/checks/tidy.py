@@ -22,7 +22,13 @@ import tempfile
 import checking
 import includes
 
-CONFIGURATION = checking.ROOT / ".clang-tidy"
+CONFIGURATION = ".clang-tidy"
+
+
+def configurations(root):
+    """The text of every settings file: a folder may have its own beside the project's."""
+    paths = [path for path in checking.files_under(root) if path.name == CONFIGURATION]
+    return "\n".join(path.read_text(encoding="utf-8") for path in paths)
 
 
 def reachable(root, path, seen):
@@ -39,10 +45,11 @@ def reachable(root, path, seen):
             reachable(root, target, seen)
 
 
-def fingerprint(root, path, command, version):
+def fingerprint(root, path, *settings):
+    """Changes when the file, what it reaches or one of the settings changes."""
     seen = set()
     reachable(root, path, seen)
-    digest = hashlib.sha256(f"{command}\n{version}\n{CONFIGURATION.read_text()}".encode())
+    digest = hashlib.sha256("\n".join(settings).encode())
     for file in sorted(seen):
         digest.update(f"{file}\n".encode() + file.read_bytes())
     return digest.hexdigest()
@@ -58,7 +65,7 @@ def sources(root, build):
 
 def tidy(build, path):
     """What clang-tidy says about a file; empty when it passes."""
-    command = ["clang-tidy", f"--config-file={CONFIGURATION}", "--quiet", "-p", str(build), str(path)]
+    command = ["clang-tidy", "--quiet", "-p", str(build), str(path)]
     done = subprocess.run(command, capture_output=True, text=True, check=False)
     return "" if done.returncode == 0 else done.stdout + done.stderr
 
@@ -66,8 +73,11 @@ def tidy(build, path):
 def check(root, build, jobs):
     passed = build / "tidy-passed"
     passed.mkdir(exist_ok=True)
-    version = subprocess.run(["clang-tidy", "--version"], capture_output=True, check=True).stdout
-    prints = {path: fingerprint(root, path, command, version) for path, command in sources(root, build)}
+    version = subprocess.run(["clang-tidy", "--version"], capture_output=True, text=True,
+                             check=True).stdout
+    settings = configurations(root)
+    prints = {path: fingerprint(root, path, command, version, settings)
+              for path, command in sources(root, build)}
     waiting = [path for path, mark in prints.items() if not (passed / mark).exists()]
     print(f"clang-tidy: {len(prints)} files, {len(waiting)} of them new or changed", flush=True)
 
@@ -87,7 +97,8 @@ def run_on(files, jobs=1):
     """The exit status over a made-up tree, twice: the second run comes from what was remembered."""
     with tempfile.TemporaryDirectory() as directory:
         root = pathlib.Path(directory).resolve()
-        checking.write_tree(root, files)
+        settings = (checking.ROOT / CONFIGURATION).read_text(encoding="utf-8")
+        checking.write_tree(root, files | {CONFIGURATION: settings})
         build = root / "build"
         build.mkdir()
         entries = [{"directory": str(root), "file": str(path), "command": f"clang++ -std=c++20 -c {path}"}
