@@ -2,7 +2,7 @@
 
 #include <TibXml/platform/Utf.h>
 
-#include "NameCharacters.h"
+#include <tree/NameCharacters.h>
 
 namespace tibxml::query {
 
@@ -34,9 +34,9 @@ Token Lexer::scan() {
     std::size_t const first = at_;
     if (at_ == text_.size()) return token(TokenKind::end, first);
     wchar_t const c = peek();
-    if (isNameStart(c)) return scanName(first);
+    if (tree::isNameStart(c)) return scanName(first);
     if (c == L'\'' || c == L'"') return scanLiteral(first);
-    if (isDigit(c) || (c == L'.' && isDigit(peek(1)))) return scanNumber(first);
+    if (tree::isDigit(c) || (c == L'.' && tree::isDigit(peek(1)))) return scanNumber(first);
     if (c == L'*') return scanStar(first);
     return scanSymbol(first);
 }
@@ -69,7 +69,7 @@ Token Lexer::scanName(std::size_t first) {
         if (name.text == L"mod") name.kind = TokenKind::modulo;
         if (name.kind != TokenKind::name) return name;
     }
-    if (peek() == L':' && (isNameStart(peek(1)) || peek(1) == L'*')) {
+    if (peek() == L':' && (tree::isNameStart(peek(1)) || peek(1) == L'*')) {
         name.prefix = name.text;
         std::size_t const local = ++at_;
         if (peek() == L'*') {
@@ -153,17 +153,17 @@ TokenKind Lexer::symbolKind(std::size_t& length) const noexcept {
 }
 
 void Lexer::skipBlanks() noexcept {
-    while (at_ < text_.size() && isBlank(text_[at_]))
+    while (at_ < text_.size() && tree::isBlank(text_[at_]))
         ++at_;
 }
 
 void Lexer::skipNameParts() noexcept {
-    while (isNamePart(peek()))
+    while (tree::isNamePart(peek()))
         ++at_;
 }
 
 void Lexer::skipDigits() noexcept {
-    while (isDigit(peek()))
+    while (tree::isDigit(peek()))
         ++at_;
 }
 

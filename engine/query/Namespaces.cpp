@@ -6,8 +6,8 @@
 
 #include <tree/Name.h>
 
-#include "NameCharacters.h"
 #include "TextHash.h"
+#include <tree/NameCharacters.h>
 
 namespace tibxml::query {
 
@@ -53,7 +53,7 @@ private:
     wchar_t peek() const noexcept { return at_ < text_.size() ? text_[at_] : L'\0'; }
 
     void skipBlanks() noexcept {
-        while (at_ < text_.size() && isBlank(text_[at_]))
+        while (at_ < text_.size() && tree::isBlank(text_[at_]))
             ++at_;
     }
 
@@ -68,9 +68,9 @@ private:
         at_ += 5;
         if (peek() != L':') return {};
         ++at_;
-        if (!isNameStart(peek())) fail("expected a prefix");
+        if (!tree::isNameStart(peek())) fail("expected a prefix");
         std::size_t const first = at_;
-        while (isNamePart(peek()))
+        while (tree::isNamePart(peek()))
             ++at_;
         return narrow(text_.substr(first, at_ - first));
     }

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "NameCharacters.h"
+#include <tree/NameCharacters.h>
 
 namespace tibxml::query {
 
@@ -15,16 +15,16 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 std::string_view trimmed(std::string_view text) noexcept {
-    while (!text.empty() && isBlank(text.front()))
+    while (!text.empty() && tree::isBlank(text.front()))
         text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
+    while (!text.empty() && tree::isBlank(text.back()))
         text.remove_suffix(1);
     return text;
 }
 
 std::size_t countDigits(std::string_view text) noexcept {
     std::size_t count = 0;
-    while (count < text.size() && isDigit(text[count]))
+    while (count < text.size() && tree::isDigit(text[count]))
         ++count;
     return count;
 }

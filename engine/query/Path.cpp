@@ -38,10 +38,17 @@ bool Path::asksForMissingNames(Evaluation const& evaluation) const noexcept {
                        [&](Step const& step) { return asksForMissingName(step.test, evaluation); });
 }
 
+// Walking set by set needs its contexts in order, so disorder only helps a path that is walked
+// depth first to its end.
+PathPlan const& Path::planFor(Order order) const noexcept {
+    bool const anyOrder = order == Order::any && inAnyOrder_.depthFirst() == steps_.size();
+    return anyOrder ? inAnyOrder_ : inDocumentOrder_;
+}
+
 bool Path::visit(Context const& context, Order order, NodeVisitor visitor) const {
     Evaluation const& evaluation = context.evaluation;
     if (asksForMissingNames(evaluation)) return false;
-    PathPlan const& plan = order == Order::document ? inDocumentOrder_ : inAnyOrder_;
+    PathPlan const& plan = planFor(order);
     tree::Node* const start = origin_ == Origin::root ? tree::rootOf(context.node) : context.node;
     if (plan.depthFirst() == steps_.size())
         return DepthFirstWalk{steps_, plan, evaluation, visitor}.from(0, start);

@@ -27,6 +27,7 @@ public:
     Step const* singleStep() const noexcept;
 
 private:
+    PathPlan const& planFor(Order order) const noexcept;
     bool asksForMissingNames(Evaluation const& evaluation) const noexcept;
 
     Origin origin_;

@@ -4,8 +4,8 @@
 
 #include "Characters.h"
 #include "Functions.h"
-#include "NameCharacters.h"
 #include "Numbers.h"
+#include <tree/NameCharacters.h>
 
 namespace tibxml::query::function {
 
@@ -100,7 +100,7 @@ std::string_view normalizeSpace(Context const& context, Arguments const& argumen
     std::string result;
     bool pending = false;
     for (char c : arguments[0]->string(context, storage)) {
-        if (isBlank(c)) {
+        if (tree::isBlank(c)) {
             pending = !result.empty();
         } else {
             if (pending) result += ' ';
