@@ -1,5 +1,6 @@
 #include "AttributeMap.h"
 
+#include <TibXml/platform/Utf.h>
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
 
@@ -11,7 +12,12 @@
 namespace tibxml::com {
 
 tree::Node* AttributeMap::find(BSTR name) const {
-    return tree::findAttribute(element_->node(), xmlText(name));
+    // What XML cannot hold is nobody's name.
+    std::wstring_view const wanted = viewOf(name);
+    if (!isXmlText(wanted)) return nullptr;
+    std::string qualified;
+    platform::appendUtf8(qualified, wanted);
+    return tree::findAttribute(element_->node(), qualified);
 }
 
 HRESULT AttributeMap::getNamedItem(BSTR name, IXMLDOMNode** attribute) noexcept {

@@ -6,9 +6,9 @@ namespace tibxml::com {
 
 void ChildList::forgetOldPosition() noexcept {
     tree::Document const& document = parent_->storage();
-    if (version_ == document.version() && storage_ == document.node()) return;
+    if (version_ == document.version() && storage_ == document.serial()) return;
     version_ = document.version();
-    storage_ = document.node();
+    storage_ = document.serial();
     node_ = nullptr;
     length_ = -1;
 }

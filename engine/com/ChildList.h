@@ -31,7 +31,7 @@ private:
     // Where the last look-up ended, so that walking through the list by index takes one step each;
     // and the length. Both hold while the tree is unchanged.
     std::uint64_t version_ = 0;
-    tree::Node const* storage_ = nullptr;
+    std::uint64_t storage_ = 0; // its serial: a new document may have an old one's address
     tree::Node* node_ = nullptr;
     LONG index_ = 0;
     LONG length_ = -1;

@@ -79,6 +79,8 @@ HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept {
 }
 
 HRESULT DocumentObject::load(VARIANT source, VARIANT_BOOL* isSuccessful) noexcept {
+    if (isSuccessful == nullptr) return E_POINTER;
+    *isSuccessful = VARIANT_FALSE;
     if (!isSource(source)) return E_INVALIDARG;
     return loadBy(isSuccessful, [&](reader::ReadError& error) { return loadFrom(source, error); });
 }
@@ -124,7 +126,7 @@ HRESULT DocumentObject::put_preserveWhiteSpace(VARIANT_BOOL preserves) noexcept 
 
 void DocumentObject::setNamespaces(VARIANT const& value) {
     namespaces_ = {}; // no prefix may mean what nobody declared, if the new ones are refused
-    namespaces_ = query::Namespaces::parse(viewOf(stringIn(value)));
+    namespaces_ = query::Namespaces::parse(viewOf(stringIn(value, E_FAIL)));
 }
 
 HRESULT DocumentObject::setProperty(BSTR name, VARIANT value) noexcept {
@@ -136,7 +138,8 @@ HRESULT DocumentObject::setProperty(BSTR name, VARIANT value) noexcept {
             newParser_ = integerIn(value, E_FAIL) != 0;
         } else if (property == L"AllowDocumentFunction") {
             allowDocumentFunction_ = integerIn(value, E_FAIL) != 0;
-        } else if (property != L"SelectionLanguage" || viewOf(stringIn(value)) != L"XPath") {
+        } else if (property != L"SelectionLanguage" ||
+                   viewOf(stringIn(value, E_FAIL)) != L"XPath") {
             throw Failure{E_FAIL, "there is no such property or no such value"};
         }
         return S_OK;

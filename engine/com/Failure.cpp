@@ -36,8 +36,10 @@ HRESULT reportException(REFIID iid) noexcept {
         leaveErrorInfo(iid, failure.what());
         return failure.code();
     } catch (std::bad_alloc const&) {
+        SetErrorInfo(0, nullptr); // the words of an earlier failure would say the wrong thing
         return E_OUTOFMEMORY;
     } catch (std::length_error const&) {
+        SetErrorInfo(0, nullptr);
         return E_OUTOFMEMORY;
     } catch (std::exception const& error) { // a bad expression, an impossible encoding
         leaveErrorInfo(iid, error.what());

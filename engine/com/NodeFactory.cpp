@@ -8,6 +8,7 @@
 #include <tree/NameCharacters.h>
 
 #include "DocumentObject.h"
+#include "Text.h"
 
 namespace tibxml::com {
 
@@ -69,6 +70,7 @@ tree::Node* newInstruction(tree::Document& document, std::wstring_view target) {
 tree::Name* internName(tree::Document& document, std::wstring_view qualifiedName,
                        std::wstring_view namespaceUri) {
     QualifiedName const name = split(qualifiedName);
+    if (!isXmlText(namespaceUri)) throw Failure{E_FAIL, "a namespace holds no XML text"};
     std::string uri = narrow(namespaceUri);
     if (uri.empty()) uri = fixedNamespace(name);
     checkReserved(name, uri);

@@ -45,7 +45,8 @@ public:
     }
 
     HRESULT put_value(VARIANT value) noexcept override {
-        return guarded(IID_IXMLDOMAttribute, [&] { return setText(*this, stringIn(value)), S_OK; });
+        return guarded(IID_IXMLDOMAttribute,
+                       [&] { return setText(*this, stringIn(value, E_INVALIDARG)), S_OK; });
     }
 };
 

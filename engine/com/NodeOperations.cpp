@@ -12,7 +12,6 @@
 #include "QueryList.h"
 #include "SetText.h"
 #include "Text.h"
-#include "TypedValue.h"
 
 namespace tibxml::com {
 
@@ -87,7 +86,6 @@ void setText(NodeHandle& handle, BSTR text) {
     std::string content = xmlText(text);
     if (!node->is(tree::NodeKind::attribute)) normalizeLineEnds(content);
     setContent(handle.storage(), node, content);
-    if (node->is(tree::NodeKind::element)) removeBinaryAnnotation(handle.storage(), node);
 }
 
 BSTR xmlOf(NodeHandle& handle) {

@@ -5,23 +5,11 @@
 
 #include "DeclarationRules.h"
 #include "Failure.h"
+#include "TypedValue.h"
 
 namespace tibxml::com {
 
 namespace {
-
-void setElementText(tree::Document& document, tree::Node* element, std::string const& text) {
-    tree::Node* const content =
-        text.empty() ? nullptr : tree::newCharacterData(document, tree::NodeKind::text, text);
-    try {
-        tree::removeChildren(document, element);
-    } catch (...) {
-        if (content != nullptr) tree::destroy(document, content);
-        throw;
-    }
-    if (content != nullptr) tree::appendChild(document, element, content);
-    element->flags &= static_cast<std::uint8_t>(~tree::breakInside);
-}
 
 void check(bool canBeWritten, char const* reason) {
     if (!canBeWritten) throw Failure{E_FAIL, reason};
@@ -49,9 +37,24 @@ void setValue(tree::Document& document, tree::Node* attribute, std::string const
 
 } // namespace
 
+void setElementText(tree::Document& document, tree::Node* element, std::string const& text,
+                    tree::Node* attribute) {
+    tree::Node* const content =
+        text.empty() ? nullptr : tree::newCharacterData(document, tree::NodeKind::text, text);
+    try {
+        tree::removeChildren(document, element, attribute);
+    } catch (...) {
+        if (content != nullptr) tree::destroy(document, content);
+        throw;
+    }
+    if (content != nullptr) tree::appendChild(document, element, content);
+    element->flags &= static_cast<std::uint8_t>(~tree::breakInside);
+}
+
 void setContent(tree::Document& document, tree::Node* node, std::string const& text) {
     switch (node->kind) {
-    case tree::NodeKind::element: return setElementText(document, node, text);
+    case tree::NodeKind::element:
+        return setElementText(document, node, text, binaryAnnotation(document, node));
     case tree::NodeKind::attribute: return setValue(document, node, text);
     case tree::NodeKind::comment: return setComment(document, node, text);
     case tree::NodeKind::processingInstruction: return setInstruction(document, node, text);

@@ -39,9 +39,13 @@ std::wstring_view viewOf(BSTR text) noexcept {
     return {text, SysStringLen(text)};
 }
 
+bool isXmlText(std::wstring_view text) noexcept {
+    return std::all_of(text.begin(), text.end(), isXmlCharacter);
+}
+
 std::string xmlText(BSTR text) {
     std::wstring_view const wide = viewOf(text);
-    if (!std::all_of(wide.begin(), wide.end(), isXmlCharacter))
+    if (!isXmlText(wide))
         throw Failure{E_INVALIDARG, "the text holds a character that XML cannot hold"};
     std::string utf8;
     platform::appendUtf8(utf8, wide);
@@ -67,10 +71,10 @@ VARIANT stringVariant(std::string_view utf8) {
     return value;
 }
 
-BSTR stringIn(VARIANT const& value) {
+BSTR stringIn(VARIANT const& value, HRESULT otherwise) {
     if (value.vt == VT_BSTR) return value.bstrVal;
     if (value.vt == (VT_BYREF | VT_BSTR) && value.pbstrVal != nullptr) return *value.pbstrVal;
-    throw Failure{E_INVALIDARG, "a string is expected"};
+    throw Failure{otherwise, "a string is expected"};
 }
 
 LONG integerIn(VARIANT const& value, HRESULT otherwise) {

@@ -35,32 +35,44 @@ tree::Node* annotation(tree::Document& document, tree::Node const* element) noex
 }
 
 bool isBinary(NodeHandle& handle) noexcept {
-    tree::Node const* const type = annotation(handle.storage(), handle.node());
-    return type != nullptr && equalsIgnoringCase(type->text(), base64);
+    return binaryAnnotation(handle.storage(), handle.node()) != nullptr;
+}
+
+// Names of created nodes need no declaration in the tree.
+bool isInUse(tree::Node const* element, std::string_view prefix) noexcept {
+    bool used = element->name->prefix == prefix;
+    for (tree::Node const* a = element->firstAttribute(); a != nullptr; a = a->next)
+        used = used || a->name->prefix == prefix;
+    return used || tree::namespaceAt(element, prefix);
 }
 
 // A prefix for an element to declare: "dt", or that with a number where it means something else.
 std::string freePrefix(tree::Node const* element) {
     std::string prefix = "dt";
-    for (int number = 1; tree::namespaceAt(element, prefix); ++number)
+    for (int number = 1; isInUse(element, prefix); ++number)
         prefix = "dt" + std::to_string(number);
     return prefix;
 }
 
-void addAttribute(tree::Document& document, tree::Node* element, tree::Name* name,
-                  std::string_view value) {
-    tree::appendAttribute(document, element, tree::newAttribute(document, name, value));
+void addAnnotation(tree::Document& document, tree::Node* element, std::string_view prefix) {
+    tree::Name* const name = document.names().intern(prefix, "dt", dataTypes);
+    tree::appendAttribute(document, element, tree::newAttribute(document, name, base64));
 }
 
 void annotate(tree::Document& document, tree::Node* element) {
-    std::string prefix{tree::prefixAt(element, dataTypes)};
-    if (prefix.empty()) {
-        prefix = freePrefix(element);
-        tree::NameTable& names = document.names();
-        addAttribute(document, element, names.intern("xmlns", prefix, tree::xmlnsNamespace),
-                     dataTypes);
+    std::string const inScope{tree::prefixAt(element, dataTypes)};
+    if (!inScope.empty()) return addAnnotation(document, element, inScope);
+    std::string const prefix = freePrefix(element);
+    tree::Name* const name = document.names().intern("xmlns", prefix, tree::xmlnsNamespace);
+    tree::Node* const declaration = tree::newAttribute(document, name, dataTypes);
+    tree::appendAttribute(document, element, declaration);
+    try {
+        addAnnotation(document, element, prefix);
+    } catch (...) {
+        tree::unlink(document, declaration);
+        tree::destroy(document, declaration);
+        throw;
     }
-    addAttribute(document, element, document.names().intern(prefix, "dt", dataTypes), base64);
 }
 
 VARIANT arrayVariant(std::span<BYTE const> bytes) {
@@ -124,15 +136,18 @@ VARIANT typedValue(NodeHandle& handle) {
 
 void setTypedValue(NodeHandle& handle, VARIANT const& value) {
     bool const isReference = value.vt == (byteArray | VT_BYREF);
-    if (value.vt != byteArray && !isReference) return setText(handle, stringIn(value));
+    if (value.vt != byteArray && !isReference)
+        return setText(handle, stringIn(value, E_INVALIDARG));
     if (!isBinary(handle)) throw Failure{E_FAIL, "the node is not annotated as binary"};
+    if (isReference && value.pparray == nullptr)
+        throw Failure{E_INVALIDARG, "an array of bytes is expected"};
     SAFEARRAY* const array = isReference ? *value.pparray : value.parray;
-    setContent(handle.storage(), handle.node(), encoded(array));
+    setElementText(handle.storage(), handle.node(), encoded(array), nullptr);
 }
 
-void removeBinaryAnnotation(tree::Document& document, tree::Node* element) {
+tree::Node* binaryAnnotation(tree::Document& document, tree::Node const* element) noexcept {
     tree::Node* const type = annotation(document, element);
-    if (type != nullptr && equalsIgnoringCase(type->text(), base64)) tree::remove(document, type);
+    return type != nullptr && equalsIgnoringCase(type->text(), base64) ? type : nullptr;
 }
 
 } // namespace tibxml::com

@@ -11,7 +11,7 @@ void setDataType(NodeHandle& handle, BSTR name);
 VARIANT typedValue(NodeHandle& handle);
 void setTypedValue(NodeHandle& handle, VARIANT const& value);
 
-// Takes the annotation off an element, if it has one. Throws std::bad_alloc.
-void removeBinaryAnnotation(tree::Document& document, tree::Node* element);
+// The attribute that annotates a node as binary; null when there is none.
+tree::Node* binaryAnnotation(tree::Document& document, tree::Node const* element) noexcept;
 
 } // namespace tibxml::com

@@ -1,5 +1,6 @@
 #include "Parser.h"
 
+#include <algorithm>
 #include <new>
 
 #include <libxml/parserInternals.h>
@@ -19,11 +20,34 @@ std::string_view view(xmlChar const* text, int length) noexcept {
     return {reinterpret_cast<char const*>(text), static_cast<std::size_t>(length)};
 }
 
-std::string_view withoutLineEnd(std::string_view message) noexcept {
+// The parser's words in one line.
+std::string inOneLine(std::string_view message) {
     while (message.ends_with('\n'))
         message.remove_suffix(1);
-    return message;
+    std::string line = wellFormed(message);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    return line;
 }
+
+// What the library cannot tie to one parse, such as bytes that do not convert, it reports to the
+// thread's handler, which prints them unless there is one. Ours is there during a parse only.
+class ThreadErrors {
+public:
+    ThreadErrors(xmlStructuredErrorFunc handler, void* data) noexcept
+        : oldHandler_{xmlStructuredError},
+          oldData_{xmlStructuredErrorContext} {
+        xmlSetStructuredErrorFunc(data, handler);
+    }
+
+    ThreadErrors(ThreadErrors const&) = delete;
+    ThreadErrors& operator=(ThreadErrors const&) = delete;
+
+    ~ThreadErrors() { xmlSetStructuredErrorFunc(oldData_, oldHandler_); }
+
+private:
+    xmlStructuredErrorFunc oldHandler_;
+    void* oldData_;
+};
 
 // The encoding that a well-formed XML declaration at the start of `text` names.
 std::string_view declaredEncoding(std::string_view text) noexcept {
@@ -47,6 +71,8 @@ struct ParserEvents {
     template <class Step>
     static void guarded(void* data, Step step) noexcept {
         Parser& parser = *static_cast<Parser*>(data);
+        // Some errors do not end the parse, but what comes after them may lack what was wrong.
+        if (parser.error_.code != 0) return;
         try {
             step(parser);
         } catch (...) {
@@ -56,7 +82,7 @@ struct ParserEvents {
 
     static int read(void* data, char* buffer, int size) {
         Parser& parser = *static_cast<Parser*>(data);
-        std::ptrdiff_t const count = parser.source_.read(buffer, static_cast<std::size_t>(size));
+        std::ptrdiff_t const count = parser.fill(buffer, static_cast<std::size_t>(size));
         if (count >= 0) return static_cast<int>(count);
         parser.fail(errorSource, "the source could not be read");
         return -1;
@@ -158,21 +184,45 @@ Parser::Parser(tree::Document& document, ByteSource& source, EncodingRule rule, 
                                          this, XML_CHAR_ENCODING_NONE));
     if (!context_) throw std::bad_alloc{};
     int const encoding = rule == EncodingRule::alwaysUtf8 ? XML_PARSE_IGNORE_ENC : 0;
-    xmlCtxtUseOptions(context_.get(), XML_PARSE_HUGE | XML_PARSE_NONET | encoding);
+    // Without document types "no entities" means the predefined ones: without it they would arrive
+    // in attribute values as character references.
+    xmlCtxtUseOptions(context_.get(),
+                      XML_PARSE_HUGE | XML_PARSE_NONET | XML_PARSE_NOENT | encoding);
 }
 
 bool Parser::run() {
-    xmlParseDocument(context_.get());
+    {
+        ThreadErrors const errors{ParserEvents::error, this};
+        xmlParseDocument(context_.get());
+    }
     if (exception_) std::rethrow_exception(exception_);
     if (context_->wellFormed == 0) fail(errorNotWellFormed, "the document is not well formed");
+    if (endsWithinCharacter()) fail(errorNotWellFormed, "the last character is incomplete");
     return error_.code == 0;
+}
+
+// Bytes that were read and never became a character.
+bool Parser::endsWithinCharacter() const noexcept {
+    xmlParserInputBuffer const* const buffer = context_->input->buf;
+    return buffer != nullptr && buffer->encoder != nullptr && xmlBufUse(buffer->raw) != 0;
+}
+
+std::ptrdiff_t Parser::fill(char* buffer, std::size_t size) noexcept {
+    std::size_t done = 0;
+    while (done != size) {
+        std::ptrdiff_t const count = source_.read(buffer + done, size - done);
+        if (count < 0) return count;
+        if (count == 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    return static_cast<std::ptrdiff_t>(done);
 }
 
 void Parser::fail(std::uint32_t code, std::string_view reason) noexcept {
     if (error_.code != 0) return;
     error_.code = code;
     try {
-        error_.reason = withoutLineEnd(reason);
+        error_.reason = inOneLine(reason);
         locate();
     } catch (...) {
         exception_ = std::current_exception();
@@ -195,14 +245,15 @@ void Parser::locate() {
     SourcePosition const position = positionOf({reinterpret_cast<char const*>(input.base),
                                                 static_cast<std::size_t>(input.end - input.base)},
                                                static_cast<std::size_t>(input.cur - input.base));
-    error_.sourceLine = position.line;
+    error_.sourceLine = wellFormed(position.line);
     error_.line = input.line;
     error_.column = position.lineIsWhole ? position.column : input.col;
-    error_.offset = static_cast<long>(input.consumed) + (input.cur - input.base);
+    error_.offset = forgotten_ + static_cast<long>(input.consumed) + (input.cur - input.base);
 }
 
 void Parser::readDeclaration() {
     if (context_->standalone == -1) return; // there is none
+    noteForgotten();
     std::string content = "version=\"";
     content.append(view(context_->version)).append("\"");
     std::string_view const encoding = encodingName();
@@ -210,6 +261,14 @@ void Parser::readDeclaration() {
     if (context_->standalone >= 0)
         content += context_->standalone == 1 ? " standalone=\"yes\"" : " standalone=\"no\"";
     builder_.declaration(content);
+}
+
+// When the declaration names an encoding the parser starts over behind that name and forgets what
+// it has read. The column still tells, unless the declaration has several lines.
+void Parser::noteForgotten() noexcept {
+    xmlParserInput const& input = *context_->input;
+    long const known = static_cast<long>(input.consumed) + (input.cur - input.base);
+    if (input.line == 1) forgotten_ = std::max(input.col - 1 - known, 0L);
 }
 
 std::string_view Parser::encodingName() const noexcept {

@@ -33,12 +33,18 @@ private:
         void operator()(xmlParserCtxt* context) const noexcept { xmlFreeParserCtxt(context); }
     };
 
+    // As many bytes as there are up to `size`, however few the source gives at a time: the encoding
+    // is recognised by the first piece that the parser gets.
+    std::ptrdiff_t fill(char* buffer, std::size_t size) noexcept;
+
     // The first error counts; everything after it may only be its consequence.
     void fail(std::uint32_t code, std::string_view reason) noexcept;
     void stop(std::uint32_t code, std::string_view reason) noexcept;
     void stopForException() noexcept;
     void locate();
     void readDeclaration();
+    void noteForgotten() noexcept;
+    bool endsWithinCharacter() const noexcept;
     std::string_view encodingName() const noexcept;
     std::string_view startTagSource() const noexcept;
     bool isReference(char const* text) const noexcept;
@@ -49,6 +55,7 @@ private:
     TreeBuilder builder_;
     std::unique_ptr<xmlParserCtxt, FreeContext> context_;
     std::exception_ptr exception_;
+    long forgotten_ = 0; // bytes that the parser's own count of bytes lacks
 };
 
 } // namespace tibxml::reader

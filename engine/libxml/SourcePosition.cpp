@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <TibXml/platform/Utf.h>
+
 namespace tibxml::reader {
 
 namespace {
@@ -24,6 +26,19 @@ SourcePosition positionOf(std::string_view text, std::size_t offset) noexcept {
     std::string_view const upToHere = text.substr(begin, offset - begin);
     return {text.substr(begin, std::min(end - begin, longestLine)),
             1 + std::count_if(upToHere.begin(), upToHere.end(), startsCharacter), whole};
+}
+
+std::string wellFormed(std::string_view text) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (text.starts_with(mark)) text.remove_prefix(mark.size());
+    std::string result;
+    while (true) {
+        std::size_t const valid = platform::validUtf8Prefix(text);
+        result += text.substr(0, valid);
+        if (valid == text.size()) return result;
+        result += "\xEF\xBF\xBD";
+        text.remove_prefix(valid + 1);
+    }
 }
 
 } // namespace tibxml::reader

@@ -15,16 +15,25 @@ public:
         rest_.remove_prefix(std::min(rest_.find_first_of(space), rest_.size()));
     }
 
-    // Steps over the next attribute and says whether it declares a namespace.
+    // Steps over the next attribute and says whether it declares a namespace. The declaration of
+    // "xml", which says what holds anyway, is passed over, because the parser does not report it.
     bool nextIsDeclaration() noexcept {
-        rest_.remove_prefix(std::min(rest_.find_first_not_of(space), rest_.size()));
-        std::string_view const name = rest_.substr(0, rest_.find_first_of(" \t\r\n="));
-        skipValue();
+        std::string_view name = next();
+        while (name == "xmlns:xml")
+            name = next();
         return name == "xmlns" || name.starts_with("xmlns:");
     }
 
 private:
     static constexpr std::string_view space = " \t\r\n";
+
+    // The name of the next attribute, which is stepped over; empty at the end.
+    std::string_view next() noexcept {
+        rest_.remove_prefix(std::min(rest_.find_first_not_of(space), rest_.size()));
+        std::string_view const name = rest_.substr(0, rest_.find_first_of(" \t\r\n="));
+        skipValue();
+        return name;
+    }
 
     void skipValue() noexcept {
         std::size_t const open = rest_.find_first_of("\"'");

@@ -70,13 +70,19 @@ void TreeBuilder::addInSourceOrder(tree::Node* element, ParsedStartTag const& ta
     TagSource source{tag.source};
     ParsedDeclaration const* declaration = tag.declarations;
     ParsedAttribute const* attribute = tag.attributes;
-    for (int left = tag.declarationCount + tag.attributeCount; left != 0; --left) {
+    ParsedDeclaration const* const lastDeclaration = declaration + tag.declarationCount;
+    ParsedAttribute const* const lastAttribute = attribute + tag.attributeCount;
+    while (declaration != lastDeclaration && attribute != lastAttribute) {
         if (source.nextIsDeclaration()) {
             addDeclaration(element, *declaration++);
         } else {
             addAttribute(element, *attribute++);
         }
     }
+    while (declaration != lastDeclaration)
+        addDeclaration(element, *declaration++);
+    while (attribute != lastAttribute)
+        addAttribute(element, *attribute++);
 }
 
 void TreeBuilder::addAttribute(tree::Node* element, ParsedAttribute const& parsed) {

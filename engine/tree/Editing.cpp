@@ -60,8 +60,8 @@ void freeText(Document& document, Node const& node) noexcept {
 }
 
 void setShortText(Node* node, std::string_view text) noexcept {
-    // The text may lie in this very place.
-    std::memmove(node->content.shortText, text.data(), text.size());
+    // The text may lie in this very place, or nowhere when it is empty.
+    if (!text.empty()) std::memmove(node->content.shortText, text.data(), text.size());
     node->inlineLength = static_cast<std::uint8_t>(text.size());
 }
 

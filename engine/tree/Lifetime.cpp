@@ -164,15 +164,18 @@ void discard(Document& document, Node* subtree, std::size_t handlesGone) noexcep
     dispose(document, subtree);
 }
 
-void removeChildren(Document& document, Node* parent) {
+void removeChildren(Document& document, Node* parent, Node* attribute) {
     try {
+        if (attribute != nullptr) noteHandles(document, attribute);
         for (Node* child = parent->firstChild(); child != nullptr; child = child->next)
             noteHandles(document, child);
     } catch (...) {
         for (Node* child = parent->firstChild(); child != nullptr; child = child->next)
             document.detachedHandles.erase(child);
+        document.detachedHandles.erase(attribute);
         throw;
     }
+    if (attribute != nullptr) takeOut(document, attribute);
     while (Node* child = parent->firstChild())
         takeOut(document, child);
 }

@@ -32,8 +32,8 @@ void move(Document& document, Node* node, Node* parent, Node* before);
 // Takes out and gives back a subtree whose nodes went to another document, with as many handles.
 void discard(Document& document, Node* subtree, std::size_t handlesGone) noexcept;
 
-// Removes all children of a node in this way.
-void removeChildren(Document& document, Node* parent);
+// Removes all children of a node in this way, and one of its attributes unless that is null.
+void removeChildren(Document& document, Node* parent, Node* attribute = nullptr);
 
 // Gives a subtree without parent and without handles back to the arena.
 void destroy(Document& document, Node* subtree) noexcept;
