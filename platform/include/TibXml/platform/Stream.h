@@ -97,9 +97,9 @@ TIBXML_API IStream* SHCreateMemStream(BYTE const* bytes, UINT count) noexcept;
 /// Opens a file as a stream, positioned at the start; the caller releases it, which closes the
 /// file. Without `STGM_CREATE` the file has to be there. Every read and write goes straight to the
 /// file.
-/// `*stream` is null after any failure: 0x80070002 when there is no such file, 0x80070003 when
-/// there is no such folder, 0x80070005 when it may not be opened so or is a folder, and other codes
-/// of the system; `E_INVALIDARG` when a pointer is null, the path is not Unicode or the mode is
-/// none.
+/// `*stream` is null after any failure: 0x80070002 when there is no such file or folder, 0x80070003
+/// when a part of the path is not a folder, 0x80070005 when it may not be opened so or is a folder,
+/// and other codes of the system; `E_INVALIDARG` when a pointer is null, the path is not Unicode or
+/// the mode is none.
 TIBXML_API HRESULT SHCreateStreamOnFileW(wchar_t const* path, DWORD mode,
                                          IStream** stream) noexcept;
