@@ -1,0 +1,81 @@
+#include "Measurement.h"
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <limits>
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Processor time, so that other programs on the machine matter as little as can be.
+double processorSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+constexpr double shortestBatch = 2e-3; // seconds; far above the clock's grain
+constexpr double timePerContender = 1.0;
+constexpr int fewestRounds = 7;
+constexpr int mostRounds = 100;
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double timeBatch(Contender& contender, int runs) {
+    double const start = processorSeconds();
+    for (int i = 0; i < runs; ++i)
+        contender.run();
+    return processorSeconds() - start;
+}
+
+int runsPerBatch(Contender& contender) {
+    if (contender.needsRestoring()) return 1;
+    int runs = 1;
+    while (timeBatch(contender, runs) < shortestBatch)
+        runs *= 2;
+    return runs;
+}
+
+void compareAnswers(Operation& operation) {
+    std::array<std::uint64_t, libraryCount> answers{};
+    for (std::size_t i = 0; i < libraryCount; ++i) {
+        operation.contenders[i]->restore();
+        operation.contenders[i]->run();
+        answers[i] = operation.contenders[i]->answer();
+        if (answers[i] != answers[0])
+            throw std::runtime_error{operation.name + ": " + libraryNames[i] +
+                                     " gives another answer than " + libraryNames[0]};
+    }
+}
+
+double timeOnce(Contender& contender, int runs) {
+    contender.restore();
+    return timeBatch(contender, runs) / runs;
+}
+
+} // namespace
+
+Row measure(Operation& operation) {
+    compareAnswers(operation);
+    Row row{operation.name, Unit::seconds, {}, operation.targets};
+    row.values.fill(std::numeric_limits<double>::max());
+    std::array<int, libraryCount> runs{};
+    for (std::size_t i = 0; i < libraryCount; ++i)
+        runs[i] = runsPerBatch(*operation.contenders[i]);
+    auto const start = Clock::now();
+    for (int round = 0; round < mostRounds; ++round) {
+        if (round >= fewestRounds && secondsSince(start) > timePerContender * libraryCount) break;
+        for (std::size_t i = 0; i < libraryCount; ++i)
+            row.values[i] = std::min(row.values[i], timeOnce(*operation.contenders[i], runs[i]));
+    }
+    return row;
+}
+
+} // namespace bench

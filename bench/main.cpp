@@ -1,0 +1,84 @@
+// Measures the library beside others that do the same, in one run, and prints one table.
+//
+//   tibxml_bench            everything
+//   tibxml_bench TEXT       the operations whose names hold the text
+//   tibxml_bench --large    also loading up to 200 MB
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <libxml/parser.h>
+
+#include "Measurement.h"
+#include "Settings.h"
+#include "Table.h"
+#include "TemporaryFile.h"
+#include "list/List.h"
+#include "load/Growth.h"
+#include "load/Load.h"
+#include "lookup/Lookup.h"
+#include "memory/Memory.h"
+#include "save/Save.h"
+
+namespace {
+
+using namespace bench;
+
+struct Wishes {
+    bool large = false;
+    std::string_view part; // of the name
+};
+
+Wishes parse(int count, char** arguments) {
+    Wishes wishes;
+    for (int i = 1; i < count; ++i) {
+        std::string_view const argument = arguments[i];
+        if (argument == "--large") {
+            wishes.large = true;
+        } else {
+            wishes.part = argument;
+        }
+    }
+    return wishes;
+}
+
+Sources sourcesOf(std::string const& text, TemporaryFile const& file) {
+    return {text, widened(text.data(), text.size()), file.path(),
+            std::wstring{file.path().begin(), file.path().end()}};
+}
+
+void measureAll(std::vector<Operation> operations, Wishes const& wishes) {
+    for (Operation& operation : operations)
+        if (operation.name.find(wishes.part) != std::string::npos) printRow(measure(operation));
+}
+
+void measureEverything(Wishes const& wishes) {
+    TemporaryFile const largeFile{largeSettings()};
+    TemporaryFile const smallFile{smallSettings()};
+    Sources const large = sourcesOf(largeSettings(), largeFile);
+    Sources const small = sourcesOf(smallSettings(), smallFile);
+    std::printf("documents of %zu and %zu bytes; processor time, best of many rounds\n\n",
+                large.text.size(), small.text.size());
+    printHeading();
+    if (wishes.part.empty()) printRow(memoryPerNode());
+    measureAll(loadOperations(large, small), wishes);
+    measureAll(lookupOperations(), wishes);
+    measureAll(listOperations(), wishes);
+    measureAll(saveOperations(), wishes);
+    if (wishes.large) printGrowth();
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    try {
+        xmlInitParser();
+        measureEverything(parse(count, arguments));
+        return 0;
+    } catch (std::exception const& error) {
+        (void)std::fprintf(stderr, "tibxml_bench: %s\n", error.what());
+        return 1;
+    }
+}
