@@ -4,6 +4,7 @@
 
 #include <clocale>
 #include <map>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -214,6 +215,11 @@ struct ReplaceCase {
     wchar_t const* to;
     wchar_t const* expected;
     int count;
+
+    /// Without it a test would be named after the addresses in here.
+    friend std::ostream& operator<<(std::ostream& out, ReplaceCase const& replace) {
+        return out << testing::PrintToString(replace.text);
+    }
 };
 
 class CStringReplace : public testing::TestWithParam<ReplaceCase> {};

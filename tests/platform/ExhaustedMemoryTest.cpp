@@ -10,6 +10,7 @@
 
 #include <cstring>
 #include <new>
+#include <ostream>
 #include <string>
 
 namespace {
@@ -51,6 +52,11 @@ TEST(ExhaustedMemory, WideStringsAreMadeOrThrow) {
 struct Change {
     char const* name;
     void (*apply)(CString&);
+
+    /// Without it a test would be named after the addresses in here.
+    friend std::ostream& operator<<(std::ostream& out, Change const& change) {
+        return out << change.name;
+    }
 };
 
 class ChangedString : public testing::TestWithParam<Change> {};

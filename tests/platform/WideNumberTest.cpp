@@ -9,6 +9,7 @@
 #include <cwchar>
 #include <filesystem>
 #include <limits>
+#include <ostream>
 #include <random>
 #include <string>
 
@@ -20,6 +21,11 @@ struct ParseCase {
     wchar_t const* text;
     std::int64_t value;
     std::size_t consumed;
+
+    /// Without it a test would be named after the addresses in here.
+    friend std::ostream& operator<<(std::ostream& out, ParseCase const& parse) {
+        return out << testing::PrintToString(parse.text);
+    }
 };
 
 class ParseInt32 : public testing::TestWithParam<ParseCase> {};
