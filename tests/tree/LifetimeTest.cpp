@@ -1,0 +1,267 @@
+#include "Trees.h"
+
+#include <random>
+#include <vector>
+
+namespace tibxml::tree::test {
+
+// Whether a node was given back shows in the arena, which hands the last one given back out first.
+class Lifetimes : public Tree {
+protected:
+    bool isGone(Node const* node) {
+        Node* const next = document().arena().newNode(NodeKind::comment);
+        bool const same = next == node;
+        if (!same) document().arena().freeNode(next);
+        return same;
+    }
+
+    std::size_t waiting() { return document().detachedHandles.size(); }
+
+    Node* root = element(top(), "root");
+    Node* a = element(root, "a");
+    Node* b = element(a, "b");
+    Node* n = attribute(b, name("n"), "a value of more than sixteen bytes");
+};
+
+TEST_F(Lifetimes, EndWithRemovalWhenNobodyRefersToThem) {
+    remove(document(), a);
+    EXPECT_EQ(childrenOf(root), "");
+    EXPECT_TRUE(isGone(a));
+}
+
+TEST_F(Lifetimes, GoOnWhileAnyNodeOfTheSubtreeIsHeld) {
+    for (Node* const held : {a, b, n}) {
+        hold(held);
+        remove(document(), a);
+        EXPECT_EQ(rootOf(n), a);
+        EXPECT_EQ(n->text(), "a value of more than sixteen bytes");
+        EXPECT_EQ(document().detachedHandles.at(a), 1U);
+        letGo(held);
+        EXPECT_EQ(waiting(), 0U);
+        EXPECT_TRUE(isGone(a));
+        a = element(root, "a");
+        b = element(a, "b");
+        n = attribute(b, name("n"), "a value of more than sixteen bytes");
+    }
+}
+
+TEST_F(Lifetimes, EndWithTheLastOfSeveralHandles) {
+    hold(a);
+    hold(n);
+    remove(document(), a);
+    hold(b); // asked for while detached
+    letGo(a);
+    letGo(n);
+    EXPECT_EQ(childrenOf(a), "b");
+    letGo(b);
+    EXPECT_EQ(waiting(), 0U);
+}
+
+TEST_F(Lifetimes, OfAttributesEndApartFromTheirElement) {
+    hold(n);
+    remove(document(), n);
+    EXPECT_EQ(attributesOf(b), "");
+    EXPECT_EQ(n->text(), "a value of more than sixteen bytes");
+    letGo(n);
+    EXPECT_TRUE(isGone(n));
+}
+
+TEST_F(Lifetimes, SplitWhenAPartOfADetachedTreeIsRemoved) {
+    hold(a);
+    hold(n);
+    remove(document(), a);
+    remove(document(), b);
+    EXPECT_EQ(document().detachedHandles.at(a), 1U);
+    EXPECT_EQ(document().detachedHandles.at(b), 1U);
+    letGo(a);
+    EXPECT_EQ(attributesOf(b), "n");
+    letGo(n);
+    EXPECT_EQ(waiting(), 0U);
+}
+
+TEST_F(Lifetimes, OfTheRestEndWhenTheHeldPartLeaves) {
+    hold(b);
+    remove(document(), a);
+    remove(document(), b); // nobody refers to a any more
+    EXPECT_TRUE(isGone(a));
+    EXPECT_EQ(document().detachedHandles.at(b), 1U);
+    letGo(b);
+}
+
+TEST_F(Lifetimes, AreNobodysConcernOnceTheNodesAreBack) {
+    hold(b);
+    remove(document(), a);
+    appendChild(document(), root, a);
+    settle(document(), a);
+    EXPECT_EQ(waiting(), 0U);
+    letGo(b);
+    EXPECT_EQ(childrenOf(root), "a");
+}
+
+TEST_F(Lifetimes, AddUpWhenOneDetachedTreeGoesIntoAnother) {
+    Node* const other = element(root, "other");
+    hold(other);
+    hold(b);
+    remove(document(), a);
+    remove(document(), other);
+    appendChild(document(), other, a);
+    settle(document(), a);
+    EXPECT_EQ(document().detachedHandles.at(other), 2U);
+    letGo(other);
+    EXPECT_EQ(childrenOf(other), "a");
+    letGo(b);
+    EXPECT_EQ(waiting(), 0U);
+}
+
+TEST_F(Lifetimes, OfChildrenAreSettledOneByOne) {
+    Node* const c = element(root, "c");
+    Node* const m = attribute(root, name("m"), "v");
+    hold(b);
+    hold(m);
+    removeChildren(document(), root, m);
+    EXPECT_EQ(childrenOf(root), "");
+    EXPECT_EQ(attributesOf(root), "");
+    EXPECT_TRUE(isGone(c));
+    EXPECT_EQ(rootOf(b), a);
+    EXPECT_EQ(m->text(), "v");
+    letGo(b);
+    letGo(m);
+    EXPECT_EQ(waiting(), 0U);
+}
+
+TEST_F(Lifetimes, OutlastTheContentOfTheDocument) {
+    hold(b);
+    clear(document());
+    EXPECT_EQ(document().documentElement(), nullptr);
+    EXPECT_EQ(rootOf(b), root);
+    letGo(b);
+    EXPECT_EQ(waiting(), 0U);
+}
+
+TEST_F(Lifetimes, GoOnWhileTheDocumentIsPinned) {
+    pin(document());
+    pin(document());
+    remove(document(), a);
+    EXPECT_EQ(childrenOf(a), "b");
+    unpin(document());
+    EXPECT_EQ(childrenOf(a), "b");
+    unpin(document());
+    EXPECT_TRUE(isGone(a));
+}
+
+TEST_F(Lifetimes, OutlastThePinWhenHeldMeanwhile) {
+    pin(document());
+    remove(document(), a);
+    hold(b);
+    unpin(document());
+    EXPECT_EQ(rootOf(b), a);
+    letGo(b);
+    EXPECT_TRUE(isGone(a));
+}
+
+TEST_F(Lifetimes, EndWithThePinWhenHeldAndLetGoMeanwhile) {
+    pin(document());
+    remove(document(), a);
+    hold(b);
+    letGo(b);
+    hold(b);
+    letGo(b);
+    EXPECT_EQ(childrenOf(a), "b");
+    unpin(document());
+    EXPECT_TRUE(isGone(a));
+}
+
+TEST_F(Lifetimes, GoOnWhenAttachedAgainBeforeThePinEnds) {
+    pin(document());
+    remove(document(), a);
+    appendChild(document(), root, a);
+    settle(document(), a);
+    unpin(document());
+    EXPECT_EQ(childrenOf(root), "a");
+    remove(document(), a);
+    EXPECT_TRUE(isGone(a));
+}
+
+TEST_F(Lifetimes, OfPartsRemovedOneAfterTheOtherEndWithThePin) {
+    pin(document());
+    remove(document(), a);
+    remove(document(), b);
+    remove(document(), n);
+    EXPECT_EQ(n->text(), "a value of more than sixteen bytes");
+    unpin(document());
+    EXPECT_EQ(document().awaitingDisposal.size(), 0U);
+}
+
+TEST_F(Lifetimes, OfNodesPutIntoAWaitingTreeEndWithIt) {
+    Node* const other = element(root, "other");
+    pin(document());
+    remove(document(), other);
+    remove(document(), a);
+    appendChild(document(), other, a);
+    settle(document(), a);
+    unpin(document());
+    EXPECT_EQ(childrenOf(root), "");
+    EXPECT_TRUE(isGone(other));
+}
+
+TEST_F(Lifetimes, KeepCountsRightOverRandomEdits) {
+    std::mt19937 random{5};
+    std::vector<Node*> held;
+    hold(root);
+    for (int step = 0; step != 20000; ++step) {
+        Node* const at = held.empty() ? root : held[random() % held.size()];
+        switch (random() % 5) {
+        case 0:
+        case 1: { // make a child and hold it
+            Node* const child = element(at, "x");
+            hold(child);
+            held.push_back(child);
+            break;
+        }
+        case 2:
+            if (at->parent != nullptr && at != root) remove(document(), at);
+            break;
+        case 3: { // put a detached tree elsewhere
+            Node* const moved = rootOf(at);
+            if (moved != top() && !isInSubtree(root, moved)) {
+                appendChild(document(), root, moved);
+                settle(document(), moved);
+            }
+            break;
+        }
+        default:
+            if (held.size() > 20) {
+                letGo(held.front());
+                held.erase(held.begin());
+            }
+        }
+        std::size_t detached = 0;
+        for (Node const* node : held)
+            detached += rootOf(node) != top() ? 1 : 0;
+        std::size_t counted = 0;
+        for (auto const& entry : document().detachedHandles)
+            counted += entry.second;
+        ASSERT_EQ(counted, detached) << step;
+    }
+    for (Node* const node : held)
+        letGo(node);
+    letGo(root);
+    EXPECT_EQ(waiting(), 0U);
+}
+
+TEST(DocumentStorage, LivesAsLongAsAnythingRefersToIt) {
+    auto document = DocumentRef::adopt(Document::create());
+    DocumentRef other = document;
+    document = {};
+    EXPECT_EQ(other->node()->kind, NodeKind::document);
+    DocumentRef const moved = std::move(other);
+    EXPECT_TRUE(static_cast<bool>(moved));
+}
+
+TEST(DocumentStorage, HasASerialOfItsOwn) {
+    auto const one = DocumentRef::adopt(Document::create());
+    auto const two = DocumentRef::adopt(Document::create());
+    EXPECT_NE(one->serial(), two->serial());
+}
+
+} // namespace tibxml::tree::test
