@@ -14,7 +14,8 @@ import sys
 
 # Classes and free functions of the library and of its platform; matched against demangled names.
 OURS = re.compile(
-    r"""^(?:(?:typeinfo\ (?:name\ )?|vtable|VTT|guard\ variable)\ ?for\ |non-virtual\ thunk\ to\ )?
+    # A template's name begins with what it returns.
+    r"""^(?:std::optional<[\w ]+>\ )?(?:(?:typeinfo\ (?:name\ )?|vtable|VTT|guard\ variable)\ ?for\ |non-virtual\ thunk\ to\ )?
     (?:
         (?:WXPath|XPathElement|WXml\w+|IBackupRestorable|WDataBackup)\b
       | CString\b | C(?:Point|Size|Rect)\b | _bstr_t\b | _variant_t\b | _com_error\b
@@ -59,9 +60,11 @@ def faults_of(names, needed):
 OUR_NAMES = [
     "WXPath::WXPath(wchar_t const*)", "vtable for WXmlDoc", "typeinfo for _com_error",
     "typeinfo name for WXmlValueTypeNotFoundException", "SysAllocString", "CString::~CString()",
+    "std::optional<CRect> WXmlValueAccessor::Get<CRect>() const",
     "TibUtils::DataEncoding::Utf8Encode(CString const&)", "operator==(CString const&, CString const&)",
 ]
 OTHER_NAMES = [
+    "std::map<int, CString>::clear()", "std::optional<int> tibxml::tree::find<int>()",
     "std::vector<CString, std::allocator<CString> >::push_back(CString const&)", "xmlParseFile",
     "tibxml::tree::Node::detach()", "TinyXPath::token_list::add(int)", "vtable for tibxml::com::Handle",
     "nlohmann::detail::parse_error::~parse_error()", "typeinfo for std::bad_cast",
