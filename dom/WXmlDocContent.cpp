@@ -1,11 +1,10 @@
-#include <TibXml/EngineCall.h>
+#include "NewElement.h"
+
 #include <TibXml/WXmlDoc.h>
 #include <TibXml/WXmlNode.h>
-#include <TibXml/platform/VariantT.h>
 
 using tibxml::engine::EngineString;
 using tibxml::engine::interfaceOf;
-using tibxml::engine::invoke;
 using tibxml::engine::objectFrom;
 using tibxml::engine::textFrom;
 
@@ -36,9 +35,5 @@ WXmlNode WXmlDoc::GetRootNode() {
 
 WXmlNode WXmlDoc::CreateNode(wchar_t const* name, wchar_t const* namespaceURI) const {
     if (!Document()) throw noDocument;
-    WXmlNodePtr node;
-    CString const space{namespaceURI};
-    invoke(Document(), &IXMLDOMDocument::createNode, _variant_t{int{NODE_ELEMENT}, VT_INT},
-           EngineString{name}.get(), EngineString{space}.get(), node.GetAddress());
-    return node;
+    return tibxml::dom::newElement(Document(), EngineString{name}, namespaceURI);
 }

@@ -5,12 +5,18 @@
 #include <TibXml/platform/CString.h>
 #include <TibXml/platform/Export.h>
 
+#include <cstddef>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 class WXmlDoc;
 class WXmlNodeList;
 class WXmlValueAccessor;
+
+namespace tibxml::engine {
+class EngineString;
+}
 
 /// A handle on one node of a document: an element, an attribute, a text or any other kind. Copies
 /// refer to the very same node. A node keeps its document alive, and it stays usable after it was
@@ -114,11 +120,59 @@ public:
     bool HasChildren() const noexcept;
     int GetNumChildren() const noexcept;
 
+    /// The node that a path selects from this one. When there is none it is made, with what is
+    /// missing on the way to it: a step is an element, or an attribute with an empty value when it
+    /// begins with "@". Predicates are followed as far as they can be: `[@kind='x']` becomes an
+    /// attribute (its value ends at a blank or an apostrophe), `[3]` adds elements until there are
+    /// three; others are passed over. An empty handle when anything fails; what was made by then
+    /// stays.
+    WXmlNode EnsureDescendantExists(WXPath const& path) noexcept;
+
+    /// A new element, the last child of this node. The name may carry predicates `[@id='3']`, which
+    /// become attributes: the value is what stands between the first and the last character behind
+    /// the "=". A null namespace is none. Throws `_com_error` for a name that is not valid, for a
+    /// node that cannot have it, and with `E_POINTER` for the document itself; an element that was
+    /// made stays when one of its attributes fails.
+    WXmlNode CreateChild(wchar_t const* name, wchar_t const* namespaceURI);
+
+    /// Takes the node out of its tree; it stays usable. Nothing happens to attributes, to nodes
+    /// without a parent and to empty handles.
+    void Prune() noexcept;
+
+    /// Prunes every node that the last step of a path selects from this node: only the last step
+    /// counts. Nothing happens for a bad path and an empty handle.
+    void DeleteChild(WXPath const& path);
+
+    /// Prunes every node that a path selects; attributes stay. Nothing happens for a bad path and
+    /// an empty handle.
+    void DeleteNodes(WXPath const& path);
+
+    /// Moves this node to another parent, of any document: to a position among its children, which
+    /// counts from 0, last when there are not that many and for -1; or in front of one of them,
+    /// last when that handle is empty. An attribute goes among the parent's attributes, in the
+    /// place of one with its name, in the first form only. What the engine refuses changes nothing
+    /// and is not reported.
+    void Graft(WXmlNode& parent, int index) noexcept;
+    void Graft(WXmlNode& parent, WXmlNode const& before) noexcept;
+
+    /// A copy in the same document, without a parent: the node with its attributes, and with all
+    /// that is in it when `deep`. An empty handle for an empty handle.
+    WXmlNode Clone(bool deep) const;
+
+    /// Copies an attribute ("@" first) from another node. A value equal to the default, which also
+    /// stands for a missing attribute there, clears the attribute here if there is one, so that
+    /// what is not written is the default. Throws as the value accessors do.
+    void CopyAttributeFrom(WXmlNode source, wchar_t const* name, wchar_t const* defaultValue);
+
 private:
     bool Validate(bool flag) const;
     bool IsAttributeNode() const noexcept;
     WXmlNodePtr const& Slot() const;
     WXmlNodePtr Select(WXPath const& path) const;
+    WXmlNode AppendElement(tibxml::engine::EngineString const& name, wchar_t const* namespaceURI);
+    WXmlNode EnsureSteps(std::wstring_view path);
+    WXmlNode CreateStep(std::wstring_view step);
+    WXmlNode CreateFromPredicates(std::wstring_view step, std::size_t bracket);
 
     // A place of its own on the heap, so that a handle that was moved from differs from an empty
     // one: it has none. Const functions put one in its place.

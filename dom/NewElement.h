@@ -1,0 +1,20 @@
+#pragma once
+
+#include <TibXml/EngineCall.h>
+#include <TibXml/platform/VariantT.h>
+
+namespace tibxml::dom {
+
+/// A new element of a document, not in any tree yet; `_com_error` when the name is refused and,
+/// with `E_POINTER`, when there is no document.
+template <class Document>
+WXmlNodePtr newElement(EnginePtr<Document> const& document, engine::EngineString const& name,
+                       wchar_t const* namespaceURI) {
+    WXmlNodePtr element;
+    CString const space{namespaceURI}; // null is no namespace
+    engine::invoke(document, &IXMLDOMDocument::createNode, _variant_t{int{NODE_ELEMENT}, VT_INT},
+                   name.get(), engine::EngineString{space}.get(), element.GetAddress());
+    return element;
+}
+
+} // namespace tibxml::dom
