@@ -3,6 +3,7 @@
 // Everything that the library offers.
 #include <TibXml/EnginePtr.h>
 #include <TibXml/WXPath.h>
+#include <TibXml/WXmlCompositeNode.h>
 #include <TibXml/WXmlDoc.h>
 #include <TibXml/WXmlNode.h>
 #include <TibXml/WXmlNodeList.h>
