@@ -18,39 +18,34 @@ struct Escape {
     wchar_t const* reference;
 };
 
-constexpr Escape ampersand{L"&", L"&amp;"};
+// Besides the ampersand, which goes its own ways.
 constexpr Escape otherEscapes[] = {
     {L"<", L"&lt;"}, {L">", L"&gt;"}, {L"'", L"&apos;"}, {L"\"", L"&quot;"}};
-
-bool mayHoldReference(std::wstring_view text) {
-    std::size_t const found = text.find(referenceStart);
-    return found != none && text.find(L';', found) != none;
-}
 
 bool isDecimal(std::wstring_view digits) {
     return std::all_of(digits.begin(), digits.end(),
                        [](wchar_t digit) { return digit >= L'0' && digit <= L'9'; });
 }
 
-// Where the decimal reference at `position` ends, behind its ";", or `none` when there is none. The
-// ";" is searched from `start`, where the last "&" was done with, and not from the reference on:
-// one that stands between the two spoils the reference.
-std::size_t endOfReference(std::wstring_view text, std::size_t position, std::size_t start) {
-    std::size_t const digits = position + referenceStart.size();
-    std::size_t const end = text.find(L';', start);
-    bool const reference = text.substr(position).starts_with(referenceStart) && end != none &&
-                           end >= digits && isDecimal(text.substr(digits, end - digits));
-    return reference ? end + 1 : none;
+// Whether `text` is the decimal reference "&#…;" up to, but without, its ";".
+bool isReference(std::wstring_view text) {
+    return text.starts_with(referenceStart) && isDecimal(text.substr(referenceStart.size()));
 }
 
+// The ";" of a reference is searched from where the last "&" was done with, and not from the
+// reference on: one that stands between the two spoils the reference. It is only searched again
+// when it was passed, so that a text full of "&" takes no longer than another one.
 CString escapeAmpersands(std::wstring_view text) {
     std::wstring escaped;
     std::size_t start = 0;
+    std::size_t end = text.find(L';');
     for (std::size_t found = text.find(L'&'); found != none; found = text.find(L'&', start)) {
-        std::size_t const end = endOfReference(text, found, start);
-        std::size_t const next = end == none ? found + 1 : end;
+        end = end < start ? text.find(L';', start) : end;
+        bool const spared =
+            end != none && end > found && isReference(text.substr(found, end - found));
+        std::size_t const next = spared ? end + 1 : found + 1;
         escaped += text.substr(start, next - start);
-        escaped += end == none ? L"amp;" : L"";
+        escaped += spared ? L"" : L"amp;";
         start = next;
     }
     return CString(std::wstring_view(escaped += text.substr(start)));
@@ -61,12 +56,7 @@ CString escapeAmpersands(std::wstring_view text) {
 // Both work on a copy: when memory runs out in the middle, the text is as it was.
 
 void WXPath::ReplaceXMLEntities(CString& text) {
-    CString escaped = text;
-    if (mayHoldReference(text)) {
-        escaped = escapeAmpersands(text);
-    } else {
-        escaped.Replace(ampersand.character, ampersand.reference);
-    }
+    CString escaped = text.Find(L'&') < 0 ? text : escapeAmpersands(text);
     for (Escape const& escape : otherEscapes) {
         escaped.Replace(escape.character, escape.reference);
     }
@@ -75,7 +65,7 @@ void WXPath::ReplaceXMLEntities(CString& text) {
 
 void WXPath::UnReplaceXMLEntities(CString& text) {
     CString plain = text;
-    plain.Replace(ampersand.reference, ampersand.character);
+    plain.Replace(L"&amp;", L"&");
     for (Escape const& escape : otherEscapes) {
         plain.Replace(escape.reference, escape.character);
     }

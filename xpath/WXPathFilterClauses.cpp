@@ -95,7 +95,8 @@ bool WXPath::AddFilterClause(std::uint64_t elementIndex, CString clause) {
     if (!target.exists) {
         return false;
     }
-    Steps()[target.index].filterClauses.emplace_back(target.clause);
+    clause = clause.Right(static_cast<int>(target.clause.size()));
+    Steps()[target.index].filterClauses.push_back(std::move(clause));
     InvalidateString();
     return true;
 }
@@ -124,8 +125,8 @@ void WXPath::Normalize() {
     *this = std::move(normal);
 }
 
-// A clause about its own step is put back here and not added like the others: nothing may be added to
-// the list which is being gone through.
+// A clause about its own step is put back here and not added like the others: nothing may be added
+// to the list which is being gone through.
 void WXPath::NormalizeElement(std::uint64_t elementIndex) {
     std::vector<CString> kept;
     for (CString const& clause : std::exchange(Steps()[elementIndex].filterClauses, {})) {

@@ -106,4 +106,18 @@ TEST(XmlEntities, OtherOwnersOfTheTextKeepIt) {
     EXPECT_EQ(wide(text), L"a&lt;b");
 }
 
+// Would take hours if each of them were compared with all the rest of the text.
+TEST(ReplaceXMLEntities, ManyAmpersandsTakeNoLongerThanOtherText) {
+    std::wstring text;
+    for (int i = 0; i < 500000; ++i) {
+        text += L"&#";
+    }
+    CString unended = text.c_str();
+    WXPath::ReplaceXMLEntities(unended);
+    EXPECT_EQ(unended.GetLength(), 6 * 500000);
+    CString ended = (text + L";").c_str();
+    WXPath::ReplaceXMLEntities(ended);
+    EXPECT_EQ(ended.GetLength(), 6 * 499999 + 3);
+}
+
 } // namespace
