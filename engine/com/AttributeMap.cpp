@@ -71,19 +71,14 @@ HRESULT AttributeMap::removeNamedItem(BSTR name, IXMLDOMNode** result) noexcept 
 
 HRESULT AttributeMap::get_item(LONG index, IXMLDOMNode** attribute) noexcept {
     return replyObject(IID_IXMLDOMNamedNodeMap, attribute, [&] {
-        tree::Node* node = index >= 0 ? element_->node()->firstAttribute() : nullptr;
-        for (LONG i = 0; node != nullptr && i != index; ++i)
-            node = node->next;
-        return wrapBeside(*element_, node);
+        tree::Node* const first = element_->node()->firstAttribute();
+        return wrapBeside(*element_, attributes_.at(element_->storage(), first, index));
     });
 }
 
 HRESULT AttributeMap::get_length(LONG* length) noexcept {
     return reply(IID_IXMLDOMNamedNodeMap, length, [&] {
-        LONG count = 0;
-        for (tree::Node const* a = element_->node()->firstAttribute(); a != nullptr; a = a->next)
-            ++count;
-        return count;
+        return attributes_.count(element_->storage(), element_->node()->firstAttribute());
     });
 }
 

@@ -7,6 +7,7 @@
 
 #include "ComPtr.h"
 #include "NodeHandle.h"
+#include "SiblingCursor.h"
 
 namespace tibxml::com {
 
@@ -30,6 +31,7 @@ private:
 
     LiveObject live_;
     ComPtr<NodeHandle> element_;
+    SiblingCursor attributes_;
 };
 
 } // namespace tibxml::com

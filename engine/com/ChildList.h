@@ -7,6 +7,7 @@
 
 #include "ComPtr.h"
 #include "NodeHandle.h"
+#include "SiblingCursor.h"
 
 namespace tibxml::com {
 
@@ -22,19 +23,9 @@ public:
 private:
     ~ChildList() override = default;
 
-    tree::Node* find(LONG index) noexcept;
-    LONG count() noexcept;
-    void forgetOldPosition() noexcept;
-
     LiveObject live_;
     ComPtr<NodeHandle> parent_;
-    // Where the last look-up ended, so that walking through the list by index takes one step each;
-    // and the length. Both hold while the tree is unchanged.
-    std::uint64_t version_ = 0;
-    std::uint64_t storage_ = 0; // its serial: a new document may have an old one's address
-    tree::Node* node_ = nullptr;
-    LONG index_ = 0;
-    LONG length_ = -1;
+    SiblingCursor children_;
 };
 
 } // namespace tibxml::com

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
-#include <memory>
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -128,11 +127,17 @@ private:
     std::string path_;
 };
 
-// The file that a path means in the end, so that a link is followed and not replaced.
-std::string resolved(std::string const& path) {
-    std::unique_ptr<char, decltype(&std::free)> const real{::realpath(path.c_str(), nullptr),
-                                                           &std::free};
-    return real ? std::string{real.get()} : path;
+// The file that a path means in the end, which need not be there yet, so that a link is followed
+// and not replaced.
+std::filesystem::path resolved(std::filesystem::path path) {
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    for (int links = 0; std::filesystem::is_symlink(path, error); ++links) {
+        std::filesystem::path const next = std::filesystem::read_symlink(path, error);
+        if (error || links == mostLinks) fail(ELOOP, "cannot follow the link");
+        path = path.parent_path() / next;
+    }
+    return path;
 }
 
 void replaceFile(tree::Document const& document, std::string const& target,
@@ -158,7 +163,8 @@ void writeInPlace(tree::Document const& document, std::string const& target) {
 } // namespace
 
 void saveToFile(tree::Document const& document, std::string const& path) {
-    std::string const target = resolved(path);
+    if (path.empty()) fail(ENOENT, "cannot write the file");
+    std::string const target = resolved(path).native();
 
     struct stat old {};
 
