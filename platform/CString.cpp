@@ -65,7 +65,7 @@ CString::Block* CString::copyOf(std::wstring_view text, std::size_t capacity) {
     return block;
 }
 
-void CString::free(Block* block) noexcept {
+void CString::freeBlock(Block* block) noexcept {
     static_assert(std::is_trivially_destructible_v<Block>);
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete): release() keeps the empty block away
     ::operator delete(block);
