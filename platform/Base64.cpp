@@ -59,7 +59,7 @@ char* writePadded(char* out, std::span<BYTE const> bytes) noexcept {
 // Decodes groups of four plain characters from the front of a text as long as they come, which is
 // nearly all of it; returns how many characters that were.
 std::size_t decodePlainGroups(std::string_view text, std::vector<BYTE>& bytes) {
-    std::array<BYTE, 3 * 64> block;
+    std::array<BYTE, 192> block; // whole groups
     std::size_t at = 0;
     std::size_t filled = 0;
     while (text.size() - at >= 4) {

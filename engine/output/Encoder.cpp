@@ -55,9 +55,8 @@ std::string upperCase(std::string_view name) {
 constexpr std::array<std::string_view, 4> unreadable{"UTF-32", "UTF-32LE", "UCS-4LE", "UCS4LE"};
 
 void checkReadable(std::string const& name) {
-    if (std::find(unreadable.begin(), unreadable.end(), name) != unreadable.end())
-        throw EncodingError{"a document saved in the encoding " + name +
-                            " could not be read again"};
+    if (std::find(unreadable.begin(), unreadable.end(), name) == unreadable.end()) return;
+    throw EncodingError{"a document saved in the encoding " + name + " could not be read again"};
 }
 
 // Keeps the system's own suffixes, such as the one for look-alikes, out of reach of documents.

@@ -44,7 +44,7 @@ template void MarkupWriter::escaped<Place::text>(std::string_view);
 template void MarkupWriter::escaped<Place::attributeValue>(std::string_view);
 
 void MarkupWriter::reference(char32_t character) {
-    std::array<char, 16> digits;
+    std::array<char, 20> digits;
     auto const code = static_cast<std::uint32_t>(character);
     char const* const end = std::to_chars(digits.begin(), digits.end(), code).ptr;
     markup("&#");

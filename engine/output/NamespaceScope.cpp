@@ -1,6 +1,7 @@
 #include "NamespaceScope.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tibxml::output {
 
@@ -19,9 +20,10 @@ std::string_view NamespaceScope::prefixFor(std::string_view uri) const noexcept 
 
 std::string_view NamespaceScope::unusedPrefix() {
     for (std::size_t number = 0;; ++number) {
-        if (number == madePrefixes_.size())
-            madePrefixes_.push_back(
-                std::make_unique<std::string>("ns" + std::to_string(number + 1)));
+        if (number == madePrefixes_.size()) {
+            std::string made = "ns" + std::to_string(number + 1);
+            madePrefixes_.push_back(std::make_unique<std::string>(std::move(made)));
+        }
         if (uriOf(*madePrefixes_[number]).empty()) return *madePrefixes_[number];
     }
 }

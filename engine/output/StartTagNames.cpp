@@ -104,9 +104,10 @@ std::vector<Binding> declaredAbove(Node const& top) {
         });
         if (!hidden) found.push_back(binding);
     };
-    for (Node const* node = top.parent; node != nullptr; node = node->parent)
+    for (Node const* node = top.parent; node != nullptr; node = node->parent) {
         for (Node const* a = node->firstAttribute(); a != nullptr; a = a->next)
             if (a->name->declaresNamespace && isWritten(*a)) enter(declarationIn(*a));
+    }
     return found;
 }
 
@@ -120,8 +121,9 @@ public:
     void add(Name const& name) {
         if (name.uri.empty() || &name == last_) return;
         last_ = &name;
-        for (std::size_t i = 0; i < bindings_.size(); ++i)
+        for (std::size_t i = 0; i < bindings_.size(); ++i) {
             if (bindings_[i].prefix == name.prefix && bindings_[i].uri == name.uri) used_[i] = true;
+        }
     }
 
     std::vector<Binding> used() const {

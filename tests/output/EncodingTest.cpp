@@ -84,7 +84,9 @@ TEST(Encoding, MissingCharactersBecomeReferences) {
         b.text(root, text);
         std::string const bytes = file(b.document());
         std::string const w = written;
-        EXPECT_EQ(bytes, declared(encoding) + "\n<e a=\"" + w + "\">" + w + "</e>\n") << encoding;
+        std::string expected = declared(encoding);
+        expected.append("\n<e a=\"").append(w).append("\">").append(w).append("</e>\n");
+        EXPECT_EQ(bytes, expected) << encoding;
     }
 }
 

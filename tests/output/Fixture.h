@@ -26,7 +26,7 @@ std::string file(tree::DocumentRef const& document);
 
 // A line for every node and attribute, with its names in full. Adjacent texts count as one, empty
 // ones not at all, and namespace declarations are left out: what makes two trees equal.
-std::string outline(tree::Node const& node);
+std::string outline(tree::Node const& top);
 
 // Builds trees node by node.
 class Builder {
@@ -37,8 +37,8 @@ public:
 
     tree::Node* top() const noexcept { return document_->node(); }
 
-    tree::Node* element(tree::Node* parent, std::string_view name, std::string_view uri = {});
-    tree::Node* attribute(tree::Node* element, std::string_view name, std::string_view value,
+    tree::Node* element(tree::Node* parent, std::string_view qualified, std::string_view uri = {});
+    tree::Node* attribute(tree::Node* element, std::string_view qualified, std::string_view value,
                           std::string_view uri = {});
     tree::Node* data(tree::Node* parent, tree::NodeKind kind, std::string_view text);
     tree::Node* text(tree::Node* parent, std::string_view text);

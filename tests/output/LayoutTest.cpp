@@ -10,7 +10,6 @@
 namespace tibxml::output::test {
 
 using tree::Node;
-using tree::NodeKind;
 
 namespace {
 

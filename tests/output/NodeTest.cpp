@@ -34,8 +34,7 @@ TEST(Node, DocumentsAreReadAndWrittenUnchanged) {
         "<?xml version=\"1.0\" standalone=\"yes\"?>\n<e/>\n",
         "<p:e xmlns:p=\"u\" p:a=\"1\"><p:f/></p:e>\n",
         "<e b=\"1\" xmlns=\"u\" a=\"2\"/>\n",
-        "<\xC3\xA9l\xC3\xA9ment "
-        "\xD0\xB0=\"\xE2\x82\xAC\">\xF0\x9F\x98\x80</\xC3\xA9l\xC3\xA9ment>\n",
+        "<\xC3\xA9l \xD0\xB0=\"\xE2\x82\xAC\">\xF0\x9F\x98\x80</\xC3\xA9l>\n",
     };
     for (std::string const text : documents) {
         std::string const expected = text == "<e></e>\n" ? "<e/>\n" : text;

@@ -76,9 +76,12 @@ private:
         if (below(8) == 0) builder_.attribute(element, "xmlns:p", pick({"u", "v", "", "w"}));
         if (below(8) == 0) builder_.attribute(element, "xmlns", pick({"u", "v", ""}));
         if (below(8) == 0) builder_.attribute(element, "xmlns:ns1", "elsewhere");
-        if (below(8) == 0)
-            builder_.attribute(element, "xml:space", pick({"preserve", "default", "odd"}),
-                               tree::xmlNamespace);
+        if (below(8) == 0) addSpace(element);
+    }
+
+    void addSpace(Node* element) {
+        builder_.attribute(element, "xml:space", pick({"preserve", "default", "odd"}),
+                           tree::xmlNamespace);
     }
 
     Node* addChild(Node* parent) {

@@ -70,7 +70,9 @@ TEST(Sink, GetsLongTextsWhole) {
         writeXml(*b.document(), b.top(), sink);
         std::string const escaped =
             std::string(length, 'a') + "\xE2\x82\xAC&lt;" + std::string(20, 'b');
-        EXPECT_EQ(sink.all, "<r a=\"" + escaped + "\">" + escaped + "</r>\n");
+        std::string expected = "<r a=\"";
+        expected.append(escaped).append("\">").append(escaped).append("</r>\n");
+        EXPECT_EQ(sink.all, expected);
     }
 }
 

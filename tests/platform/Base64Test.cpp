@@ -71,9 +71,7 @@ TEST(Base64, LinesOf72Characters) {
 
 TEST(Base64, WhiteSpaceAnywhere) {
     for (std::string_view const text : {"Zm9vYg==", " Zm9vYg==", "Zm9vYg== ", "Z m\t9\nv\rY  g=\n=",
-                                        "\r\nZm9v\r\nYg==\r\n", "Zm9 vYg==",
-                                        "Zm9v Yg ="
-                                        " ="})
+                                        "\r\nZm9v\r\nYg==\r\n", "Zm9 vYg==", "Zm9v Yg = ="})
         EXPECT_EQ(decodeBase64(text), bytesOf("foob")) << text;
     for (std::string_view const text : {" ", "\n\t\r "})
         EXPECT_EQ(decodeBase64(text), std::vector<BYTE>{}) << text;
