@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include <libxml/parserInternals.h>
+
+#include <tree/NameCharacters.h>
 
 #include "SourcePosition.h"
 
@@ -49,13 +52,16 @@ private:
     void* oldData_;
 };
 
-// The encoding that a well-formed XML declaration at the start of `text` names.
+// The encoding that the XML declaration at the start of `text` names; a part of it, or empty.
 std::string_view declaredEncoding(std::string_view text) noexcept {
     text = text.substr(0, text.find("?>"));
     std::size_t const name = text.find("encoding");
     if (name == std::string_view::npos) return {};
     std::size_t const open = text.find_first_of("\"'", name);
-    return text.substr(open + 1, text.find(text[open], open + 1) - open - 1);
+    if (open == std::string_view::npos) return {};
+    std::size_t const close = text.find(text[open], open + 1);
+    if (close == std::string_view::npos) return {};
+    return text.substr(open + 1, close - open - 1);
 }
 
 void initializeOnce() {
@@ -215,6 +221,7 @@ std::ptrdiff_t Parser::fill(char* buffer, std::size_t size) noexcept {
         if (count == 0) break;
         done += static_cast<std::size_t>(count);
     }
+    if (!std::exchange(hasStarted_, true)) noteEncoding({buffer, done});
     return static_cast<std::ptrdiff_t>(done);
 }
 
@@ -263,12 +270,16 @@ void Parser::readDeclaration() {
     builder_.declaration(content);
 }
 
-// When the declaration names an encoding the parser starts over behind that name and forgets what
-// it has read. The column still tells, unless the declaration has several lines.
+// When the declaration names an encoding the parser may start over behind that name and forget that
+// it has read something before.
+void Parser::noteEncoding(std::string_view start) noexcept {
+    std::string_view const encoding = declaredEncoding(start);
+    if (!encoding.empty()) behindEncoding_ = encoding.end() - start.begin() + 1;
+}
+
 void Parser::noteForgotten() noexcept {
-    xmlParserInput const& input = *context_->input;
-    long const known = static_cast<long>(input.consumed) + (input.cur - input.base);
-    if (input.line == 1) forgotten_ = std::max(input.col - 1 - known, 0L);
+    xmlChar const first = *context_->input->base;
+    if (first == '?' || tree::isBlank(first)) forgotten_ = behindEncoding_;
 }
 
 std::string_view Parser::encodingName() const noexcept {

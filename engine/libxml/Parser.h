@@ -43,6 +43,7 @@ private:
     void stopForException() noexcept;
     void locate();
     void readDeclaration();
+    void noteEncoding(std::string_view start) noexcept;
     void noteForgotten() noexcept;
     bool endsWithinCharacter() const noexcept;
     std::string_view encodingName() const noexcept;
@@ -55,7 +56,9 @@ private:
     TreeBuilder builder_;
     std::unique_ptr<xmlParserCtxt, FreeContext> context_;
     std::exception_ptr exception_;
-    long forgotten_ = 0; // bytes that the parser's own count of bytes lacks
+    bool hasStarted_ = false;
+    long behindEncoding_ = 0; // where the name of the encoding ends, with its quote
+    long forgotten_ = 0;      // bytes that the parser's own count of bytes lacks
 };
 
 } // namespace tibxml::reader
