@@ -36,7 +36,7 @@ TEST(BStrT, CopiesOrAdoptsStrings) {
 
 TEST(BStrT, CopiesShareTheString) {
     _bstr_t const text{L"abc"};
-    auto const copy = text;
+    auto const copy = text; // NOLINT(performance-unnecessary-copy-initialization): tested
     _bstr_t assigned;
     assigned = text;
     EXPECT_EQ(static_cast<wchar_t const*>(copy), static_cast<wchar_t const*>(text));

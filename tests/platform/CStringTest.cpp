@@ -374,6 +374,7 @@ TEST(CString, CopiesMayLiveOnDifferentThreads) {
     CString const text{L"shared by all"};
     std::vector<std::thread> threads;
     std::vector<int> lengths(4);
+    threads.reserve(lengths.size());
     for (auto& length : lengths) {
         threads.emplace_back([&length, copy = text] {
             for (int i = 0; i < 1000; ++i) {

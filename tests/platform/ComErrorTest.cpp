@@ -86,7 +86,7 @@ TEST(ComError, CopiesShareTheInformation) {
     auto* const info = makeInfo(L"x");
     _com_error const error{E_FAIL, info};
     {
-        auto copy = error;
+        auto copy = error; // NOLINT(performance-unnecessary-copy-initialization): tested
         EXPECT_EQ(references(info), 2u);
         _com_error other{E_POINTER};
         other = copy;

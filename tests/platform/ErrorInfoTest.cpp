@@ -18,7 +18,7 @@ IErrorInfo* makeInfo(std::wstring description) {
 }
 
 std::wstring takeText(BSTR text) {
-    std::wstring const copy{text == nullptr ? L"(null)" : text};
+    std::wstring copy{text == nullptr ? L"(null)" : text};
     SysFreeString(text);
     return copy;
 }

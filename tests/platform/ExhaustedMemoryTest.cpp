@@ -146,6 +146,7 @@ TEST(ExhaustedMemory, OwnedStringsAndVariantsRaise) {
             text.Assign(string);
             SysFreeString(text.copy());
             _variant_t const variant{L"abc"};
+            // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): tested
             _variant_t const copy{variant};
         });
     });

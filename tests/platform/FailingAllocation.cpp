@@ -43,6 +43,8 @@ bool FailingAllocation::happened() const noexcept {
     return state.failed;
 }
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names
+
 // The linker sends every call of the C library's allocations here.
 extern "C" {
 void* __real_malloc(std::size_t size);
@@ -56,6 +58,8 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
     return mayAllocate() ? __real_calloc(count, size) : nullptr;
 }
 }
+
+// NOLINTEND(bugprone-reserved-identifier)
 
 void* operator new(std::size_t size) {
     return allocate(size);

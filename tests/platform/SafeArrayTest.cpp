@@ -58,7 +58,7 @@ TEST(SafeArray, KeepsSeveralDimensions) {
     EXPECT_EQ(bound, -1);
     EXPECT_EQ(SafeArrayGetUBound(array, 2, &bound), S_OK);
     EXPECT_EQ(bound, 1);
-    std::memset(elementsOf(array), 0x55, 2 * 3 * sizeof(SHORT));
+    std::memset(elementsOf(array), 0x55, 6 * sizeof(SHORT));
     SafeArrayDestroy(array);
 }
 

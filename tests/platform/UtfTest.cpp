@@ -31,10 +31,12 @@ std::vector<TextCase> textCases() {
                                 {"last of all", "\xF4\x8F\xBF\xBF", L"\U0010FFFF"},
                                 {"mixed", "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80z", L"aä€😀z"}};
     auto const single = cases;
-    for (std::size_t pad = 1; pad < 40; ++pad)
-        for (auto const& [name, utf8, wide] : single)
+    for (std::size_t pad = 1; pad < 40; ++pad) {
+        for (auto const& [name, utf8, wide] : single) {
             cases.push_back({name, std::string(pad, 'x') + utf8 + std::string(40 - pad, 'y'),
                              std::wstring(pad, L'x') + wide + std::wstring(40 - pad, L'y')});
+        }
+    }
     return cases;
 }
 
@@ -152,7 +154,8 @@ TEST(Utf, FindsWideTextThatIsNoText) {
 TEST(Utf, TrustedConversionStaysInItsBounds) {
     // Not promised to make sense, but it must not write beyond what wideLength said.
     for (auto const& [name, bad] : badCases()) {
-        auto const text = "ab" + bad + bad + "cd";
+        auto text = "ab" + bad;
+        text.append(bad).append("cd");
         std::wstring out(wideLength(text), L'?');
         auto* const end = widenUtf8(text, out.data());
         EXPECT_LE(end, out.data() + out.size()) << name;

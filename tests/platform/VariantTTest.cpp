@@ -81,7 +81,7 @@ TEST(VariantT, CopiesAndMoves) {
     auto& same = moved;
     moved = std::move(same);
     EXPECT_STREQ(moved.bstrVal, L"abc");
-    moved = same;
+    moved = same; // NOLINT(bugprone-use-after-move): moving onto itself keeps the content
     EXPECT_STREQ(moved.bstrVal, L"abc");
 }
 
