@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+
+#include "ExitStatus.h"
+
+namespace CLI {
+class App;
+} // namespace CLI
+
+namespace tibxml::tool {
+
+/// What the program does after its arguments have been understood.
+using Task = std::function<ExitStatus()>;
+
+/// Adds a command with its arguments to the program. When that command is called, it puts what has
+/// to be done into `task`, which must outlive the parsing of the arguments.
+using AddCommand = void(CLI::App& program, Task& task);
+
+// Every command is one file, and its name here.
+AddCommand addCheck, addQuery, addGet, addPath;
+
+inline constexpr AddCommand* allCommands[] = {addCheck, addQuery, addGet, addPath};
+
+} // namespace tibxml::tool

@@ -1,0 +1,71 @@
+#include "Failure.h"
+
+#include <cstdio>
+#include <exception>
+#include <new>
+
+#include <TibXml/WXmlValueAccessor.h>
+#include <TibXml/platform/ComError.h>
+
+#include "EngineError.h"
+#include "Output.h"
+#include "Text.h"
+
+namespace tibxml::tool {
+
+namespace {
+
+ExitStatus report(Failure const& failure) {
+    std::string const line = oneLine(failure.line) + '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    return failure.status;
+}
+
+ExitStatus reportFailed(std::string const& message) {
+    return report(failure(ExitStatus::failed, message));
+}
+
+// Whoever reads the output may stop when he has enough: nothing to complain about.
+ExitStatus report(OutputFailure const& failure) {
+    return failure.isClosedByReader ? ExitStatus::found : reportFailed(failure.message);
+}
+
+ExitStatus reportByKind() {
+    try {
+        throw;
+    } catch (Failure const& failure) {
+        return report(failure);
+    } catch (OutputFailure const& failure) {
+        return report(failure);
+    } catch (_com_error const& error) {
+        return reportFailed(describe(error));
+    } catch (WXmlValueTypeNotFoundException const& error) {
+        return report(
+            failure(ExitStatus::notFound, "no value of type " + toUtf8(error.GetMessageW())));
+    } catch (int) { // the library's own way to say that nothing is there
+        return report(failure(ExitStatus::notFound, "nothing found"));
+    } catch (std::bad_alloc const&) {
+        throw;
+    } catch (std::exception const& error) {
+        return reportFailed(error.what());
+    }
+}
+
+} // namespace
+
+Failure failure(ExitStatus status, std::string const& message) {
+    return {status, "tibxml: " + message};
+}
+
+ExitStatus reportException() noexcept {
+    try {
+        return reportByKind();
+    } catch (std::bad_alloc const&) {
+        std::fputs("tibxml: out of memory\n", stderr);
+    } catch (...) {
+        std::fputs("tibxml: unknown error\n", stderr);
+    }
+    return ExitStatus::failed;
+}
+
+} // namespace tibxml::tool

@@ -1,0 +1,61 @@
+#include "LoadDocument.h"
+
+#include <TibXml/platform/ComRuntime.h>
+#include <TibXml/platform/VariantT.h>
+
+#include "Failure.h"
+#include "InputFile.h"
+#include "Text.h"
+
+namespace tibxml::tool {
+
+namespace {
+
+// Straight from the engine: what the library's own loading says is no more than whether it worked.
+WXmlDocPtr newEngineDocument() {
+    void* object = nullptr;
+    HRESULT const result =
+        CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument3, &object);
+    if (FAILED(result)) _com_issue_error(result);
+    WXmlDocPtr document{static_cast<IXMLDOMDocument3*>(object), false};
+    OleRun(document);
+    _bstr_t newParser{L"NewParser"}; // as the library sets it
+    document->setProperty(newParser.GetBSTR(), _variant_t{true});
+    return document;
+}
+
+std::string placeIn(IXMLDOMParseError& error) {
+    LONG line = 0;
+    LONG column = 0;
+    error.get_line(&line);
+    error.get_linepos(&column);
+    return std::to_string(line) + ":" + std::to_string(column);
+}
+
+std::string reasonOf(IXMLDOMParseError& error) {
+    _bstr_t reason;
+    error.get_reason(reason.GetAddress());
+    return toUtf8({reason, reason.length()});
+}
+
+Failure notWellFormed(std::string const& file, WXmlDocPtr const& document) {
+    EnginePtr<IXMLDOMParseError> error;
+    document->get_parseError(error.GetAddress());
+    IXMLDOMParseError& known = *error.operator->();
+    return {ExitStatus::notFound, file + ":" + placeIn(known) + ": " + reasonOf(known)};
+}
+
+} // namespace
+
+WXmlDoc loadDocument(std::string const& file) {
+    InputFile input{file};
+    WXmlDocPtr const document = newEngineDocument();
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    HRESULT const result = document->load(_variant_t{&input}, &isLoaded);
+    input.requireSuccess();
+    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
+    if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
+    return WXmlDoc{document};
+}
+
+} // namespace tibxml::tool

@@ -1,0 +1,69 @@
+#include "Program.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+
+#include "Commands.h"
+#include "Failure.h"
+#include "Output.h"
+
+namespace tibxml::tool {
+
+namespace {
+
+constexpr char const* description = "Check, query and read XML files";
+
+constexpr char const* examples =
+    R"(Status: 0 found, 1 not found or not well-formed, 2 called wrongly or unreadable input.
+
+Examples:
+  tibxml check settings.xml
+  tibxml query settings.xml "//file/@opened" --text
+  tibxml get settings.xml autosave/minutes --type int --default 5
+  tibxml path "/settings/window[@id='main']/title"
+
+"tibxml COMMAND --help" tells more about a command.)";
+
+// How to ask for help about the command that was called, or about the program.
+std::string callForHelp(CLI::App const& program) {
+    auto const called = program.get_subcommands();
+    return "tibxml " + (called.empty() ? "" : called.front()->get_name() + " ") + "--help";
+}
+
+std::string complaint(CLI::App const& program, CLI::ParseError const& error) {
+    bool const isUnknown = program.get_subcommands().empty() && program.remaining_size() > 0;
+    std::string const what =
+        isUnknown ? "there is no '" + program.remaining().front() + "'" : error.what();
+    return what + " (see " + callForHelp(program) + ")";
+}
+
+void parse(CLI::App& program, std::vector<std::string> arguments) {
+    std::reverse(arguments.begin(), arguments.end()); // as the parser wants them
+    try {
+        program.parse(std::move(arguments));
+    } catch (CLI::CallForHelp const&) {
+        printLines(program.help());
+    } catch (CLI::CallForVersion const& version) {
+        printLine(version.what());
+    } catch (CLI::ParseError const& error) {
+        throw failure(ExitStatus::failed, complaint(program, error));
+    }
+}
+
+} // namespace
+
+ExitStatus runProgram(std::vector<std::string> arguments) {
+    CLI::App program{description, "tibxml"};
+    Task task;
+    for (AddCommand* const add : allCommands)
+        add(program, task);
+    program.set_version_flag("--version", "tibxml " TIBXML_VERSION);
+    program.require_subcommand(1);
+    program.footer(examples);
+    parse(program, std::move(arguments));
+    return task ? task() : ExitStatus::found;
+}
+
+} // namespace tibxml::tool
