@@ -17,7 +17,8 @@ class TreeWriter {
 public:
     // With layout, line ends and tabs are written where the reader dropped white space, and blank
     // text is protected from being dropped; without it, readers keep all white space.
-    TreeWriter(MarkupWriter& out, bool layout) noexcept : out_{out}, layout_{layout} {}
+    // Throws std::bad_alloc.
+    TreeWriter(MarkupWriter& out, bool layout) : out_{out}, layout_{layout} {}
 
     // Writes the subtree of a node that is not a document; `wanted` are namespaces to declare on
     // it.

@@ -1,0 +1,211 @@
+#include "Objects.h"
+
+#include <string>
+
+#include <TibXml/platform/Stream.h>
+
+#include "FailingNew.h"
+
+namespace tibxml::com::test {
+
+wchar_t const* const sample =
+    L"<a xmlns:dt='urn:schemas-microsoft-com:datatypes' dt:dt='bin.base64' b='a value of some "
+    L"length'><c>a text of some length</c><d/><!-- a comment of some length --></a>";
+
+class Exhausted : public testing::Test {
+protected:
+    // Runs a step on a fresh document with its first allocation failing, then its second, and so on
+    // until it gets through; a failing step must say so and must have changed nothing.
+    template <class Step>
+    void failInTurn(Step step) {
+        for (std::size_t succeeding = 0;; ++succeeding) {
+            Document const document = documentOf(sample);
+            std::string const before = xmlOf(document);
+            prepare(document);
+            HRESULT result = S_OK;
+            bool failed = false;
+            {
+                FailingNew const failing{succeeding};
+                result = step(document.get());
+                failed = failing.happened();
+            }
+            if (result != E_OUTOFMEMORY) {
+                ASSERT_EQ(result, S_OK) << succeeding;
+                if (failed) continue; // it managed without
+                EXPECT_GT(succeeding, 0U) << "the step allocates nothing";
+                forget();
+                return;
+            }
+            EXPECT_TRUE(failed);
+            if (changesNothing) {
+                EXPECT_EQ(xmlOf(document), before) << succeeding;
+            }
+            forget();
+        }
+    }
+
+    void prepare(IXMLDOMDocument* document) {
+        a = nodeAt(document, L"a");
+        b = nodeAt(document, L"a/@b");
+        c = nodeAt(document, L"a/c");
+        type = nodeAt(document, L"a/@*[. = 'bin.base64']");
+        ASSERT_EQ(document->createAttribute(_bstr_t{L"b"}, attribute.out()), S_OK);
+        map = attributesOf(a);
+    }
+
+    void forget() {
+        for (Node* const node : {&a, &b, &c, &type})
+            node->reset();
+        attribute.reset();
+        map.reset();
+    }
+
+    Node a, b, c, type;
+    Ptr<IXMLDOMAttribute> attribute;
+    Map map;
+    bool changesNothing = true;
+    _bstr_t const longText{L"a text that needs memory wherever it is put, because it is long"};
+};
+
+TEST_F(Exhausted, WhenMakingADocument) {
+    failInTurn([](IXMLDOMDocument*) {
+        void* object = nullptr;
+        HRESULT const result = CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_INPROC_SERVER,
+                                                IID_IXMLDOMDocument3, &object);
+        if (object != nullptr) static_cast<IXMLDOMDocument3*>(object)->Release();
+        return result;
+    });
+}
+
+TEST_F(Exhausted, WhenLoading) {
+    changesNothing = false; // the old content goes when the call starts
+    _bstr_t const text{sample};
+    failInTurn([&](IXMLDOMDocument* document) {
+        VARIANT_BOOL done = VARIANT_FALSE;
+        return document->loadXML(text, &done);
+    });
+}
+
+TEST_F(Exhausted, WhenLoadingWhatIsBroken) {
+    changesNothing = false;
+    _bstr_t const text{L"<a>\n some text and </b> more"};
+    failInTurn([&](IXMLDOMDocument* document) {
+        VARIANT_BOOL done = VARIANT_FALSE;
+        HRESULT const result = document->loadXML(text, &done);
+        return result == S_FALSE ? S_OK : result;
+    });
+}
+
+TEST_F(Exhausted, WhenSelectingNodes) {
+    _bstr_t const expression{L"//*[1000 < 9999] | //text()"};
+    failInTurn([&](IXMLDOMDocument* document) {
+        // Another expression each time, lest it be found compiled.
+        wchar_t* const digit = static_cast<wchar_t*>(expression) + 6;
+        digit[0] = digit[0] == L'9' ? L'0' : static_cast<wchar_t>(digit[0] + 1);
+        if (digit[0] == L'0') ++digit[-1];
+        List nodes;
+        HRESULT const result = document->selectNodes(expression, nodes.out());
+        Node node;
+        return result == S_OK ? nodes->get_item(1, node.out()) : result;
+    });
+}
+
+TEST_F(Exhausted, WhenGettingText) {
+    failInTurn([&](IXMLDOMDocument* document) {
+        List children;
+        HRESULT const result = document->get_childNodes(children.out());
+        if (result != S_OK) return result;
+        BSTR xml = nullptr;
+        HRESULT const gotXml = a->get_xml(&xml);
+        SysFreeString(xml);
+        return gotXml;
+    });
+}
+
+TEST_F(Exhausted, WhenSettingText) {
+    failInTurn([&](IXMLDOMDocument*) { return a->put_text(longText); });
+    failInTurn([&](IXMLDOMDocument*) { return b->put_text(longText); });
+}
+
+TEST_F(Exhausted, WhenSettingAttributes) {
+    failInTurn([&](IXMLDOMDocument*) { return map->setNamedItem(attribute, nullptr); });
+    _bstr_t const name{L"b"};
+    failInTurn([&](IXMLDOMDocument*) { return map->removeNamedItem(name, nullptr); });
+}
+
+TEST_F(Exhausted, WhenMovingAttributes) {
+    failInTurn([&](IXMLDOMDocument*) {
+        Map other;
+        HRESULT const result = c->get_attributes(other.out());
+        return result == S_OK ? other->setNamedItem(b, nullptr) : result;
+    });
+}
+
+std::size_t countOf(std::string const& part, std::string const& text) {
+    std::size_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+// One annotation finds room in what the document has; many do not. Each is made whole or not at
+// all: a declaration and the attribute that needs it.
+TEST(ExhaustedByMany, WhenAnnotating) {
+    constexpr LONG count = 300;
+    std::wstring xml = L"<a>";
+    for (LONG i = 0; i != count; ++i)
+        xml += L"<b/>";
+    xml += L"</a>";
+    _bstr_t const name{L"bin.base64"};
+    bool failed = true;
+    std::size_t succeeding = 0;
+    for (; failed; ++succeeding) {
+        Document const document = documentOf(xml.c_str());
+        List const nodes = nodesAt(document, L"a/b");
+        HRESULT result = S_OK;
+        {
+            FailingNew const failing{succeeding};
+            for (LONG i = 0; i != count && result == S_OK; ++i) {
+                Node node;
+                result = nodes->get_item(i, node.out());
+                if (result == S_OK) result = node->put_dataType(name);
+            }
+            failed = failing.happened();
+        }
+        EXPECT_EQ(result, failed ? E_OUTOFMEMORY : S_OK);
+        std::string const after = xmlOf(document);
+        EXPECT_EQ(countOf("xmlns:dt=", after), countOf(" dt:dt=", after)) << succeeding;
+    }
+    EXPECT_GT(succeeding, std::size_t{count});
+}
+
+TEST_F(Exhausted, WhenCreatingNodes) {
+    _bstr_t const name{L"an-element-with-a-long-name"};
+    _bstr_t const uri{L"urn:a-namespace-with-a-long-name"};
+    failInTurn([&](IXMLDOMDocument* document) {
+        Node node;
+        return document->createNode(variantOf(LONG{NODE_ELEMENT}), name, uri, node.out());
+    });
+}
+
+TEST_F(Exhausted, WhenSaving) {
+    failInTurn([&](IXMLDOMDocument* document) {
+        Ptr<IStream> stream;
+        *stream.out() = SHCreateMemStream(nullptr, 0);
+        if (stream.get() == nullptr) return E_OUTOFMEMORY;
+        return document->save(variantOf(stream.get()));
+    });
+}
+
+TEST_F(Exhausted, LeavesNoWordsOfAnEarlierFailure) {
+    prepare(documentOf(sample));
+    EXPECT_EQ(a->selectNodes(_bstr_t{L"a[["}, List{}.out()), E_FAIL);
+    {
+        FailingNew const failing{0};
+        EXPECT_EQ(a->put_text(longText), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(takeErrorText(), "");
+    forget();
+}
+
+} // namespace tibxml::com::test
