@@ -129,9 +129,10 @@ Comparison::Method Comparison::methodFor(ValueType left, ValueType right) const 
     if (left == ValueType::nodes && right == ValueType::nodes) return Method::nodesWithNodes;
     if (either(ValueType::boolean) && (comparesEquality() || left == ValueType::nodes))
         return Method::booleans;
-    if (left == ValueType::nodes)
+    if (left == ValueType::nodes) {
         return right == ValueType::string && comparesEquality() ? Method::nodesWithString
                                                                 : Method::nodesWithNumber;
+    }
     if (either(ValueType::number) || !comparesEquality()) return Method::numbers;
     return Method::strings;
 }

@@ -37,9 +37,10 @@ bool Lang::boolean(Context const& context) const {
     if (name == nullptr) return false;
     std::string storage;
     std::string_view const wanted = language_->string(context, storage);
-    for (tree::Node const* node = context.node; node != nullptr; node = node->parent)
+    for (tree::Node const* node = context.node; node != nullptr; node = node->parent) {
         if (tree::Node const* attribute = attributeNamed(node, name))
             return isLanguageOrDialect(attribute->text(), wanted);
+    }
     return false;
 }
 

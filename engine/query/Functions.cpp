@@ -20,11 +20,11 @@ constexpr Function boolFunction(std::string_view name, std::size_t count, Boolea
 }
 
 constexpr Function numberFunction(std::string_view name, bool takesNodes, NumberBody body) {
-    return {.name = name, .fewest = 1, .most = 1, .takesNodes = takesNodes, .number = body};
+    return {.name = name, .fewest = 1, .most = 1, .number = body, .takesNodes = takesNodes};
 }
 
 constexpr Function defaultedNumber(std::string_view name, NumberBody body) {
-    return {.name = name, .fewest = 0, .most = 1, .defaultsToNode = defaulted, .number = body};
+    return {.name = name, .fewest = 0, .most = 1, .number = body, .defaultsToNode = defaulted};
 }
 
 constexpr Function stringFunction(std::string_view name, std::size_t fewest, std::size_t most,
@@ -36,9 +36,9 @@ constexpr Function defaultedString(std::string_view name, bool takesNodes, Strin
     return {.name = name,
             .fewest = 0,
             .most = 1,
+            .string = body,
             .takesNodes = takesNodes,
-            .defaultsToNode = defaulted,
-            .string = body};
+            .defaultsToNode = defaulted};
 }
 
 constexpr Function specialFunction(std::string_view name, std::size_t count, Special special) {

@@ -23,11 +23,11 @@ struct Function {
     std::string_view name;
     std::size_t fewest; // arguments
     std::size_t most;
-    bool takesNodes = false;     // the first argument must be nodes
-    bool defaultsToNode = false; // the context node stands in for a missing argument
     BooleanBody boolean = nullptr;
     NumberBody number = nullptr;
     StringBody string = nullptr;
+    bool takesNodes = false;     // the first argument must be nodes
+    bool defaultsToNode = false; // the context node stands in for a missing argument
     Special special = Special::none;
 };
 

@@ -12,10 +12,9 @@ namespace tibxml::query {
 // and then no further node comes.
 class NodeVisitor {
 public:
-    template <class Callable>
-    requires(!std::is_same_v<std::remove_cvref_t<Callable>, NodeVisitor>)
-        NodeVisitor(Callable&& callable)
-    noexcept // NOLINT(bugprone-forwarding-reference-overload)
+    template <class Callable,
+              class = std::enable_if_t<!std::is_same_v<std::remove_cvref_t<Callable>, NodeVisitor>>>
+    NodeVisitor(Callable&& callable) noexcept
         : object_{const_cast<void*>(static_cast<void const*>(std::addressof(callable)))},
           call_{[](void* object, tree::Node* node) -> bool {
               return (*static_cast<std::remove_reference_t<Callable>*>(object))(node);

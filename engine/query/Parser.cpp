@@ -80,9 +80,10 @@ NodeExpressionPtr Parser::parse() {
     std::size_t const column = token_.column;
     ExpressionPtr expression = parseExpression();
     if (!at(TokenKind::end)) fail("unexpected " + quoted(token_.source));
-    if (expression->type() != ValueType::nodes)
+    if (expression->type() != ValueType::nodes) {
         throw QueryError{column, std::string{"the expression gives "} + nameOf(expression->type()) +
                                      ", not nodes"};
+    }
     return asNodes(std::move(expression));
 }
 
@@ -178,9 +179,10 @@ ExpressionPtr Parser::parseUnion() {
     if (!at(TokenKind::bar)) return first;
     std::vector<NodeExpressionPtr> operands;
     for (ExpressionPtr operand = std::move(first);; operand = parsePath()) {
-        if (operand->type() != ValueType::nodes)
+        if (operand->type() != ValueType::nodes) {
             throw QueryError{column,
                              std::string{"'|' takes nodes, not "} + nameOf(operand->type())};
+        }
         operands.push_back(asNodes(std::move(operand)));
         if (!skip(TokenKind::bar)) break;
         column = token_.column;

@@ -74,9 +74,10 @@ ExpressionPtr Parser::parseFilter() {
     bool const continues =
         at(TokenKind::leftBracket) || at(TokenKind::slash) || at(TokenKind::slashSlash);
     if (!continues) return start;
-    if (start->type() != ValueType::nodes)
+    if (start->type() != ValueType::nodes) {
         throw QueryError{column,
                          std::string{"a path starts at nodes, not at "} + nameOf(start->type())};
+    }
     parsePredicates(predicates);
     parseTail(steps);
     return std::make_unique<Filter>(asNodes(std::move(start)), std::move(predicates),

@@ -58,9 +58,10 @@ void Predicates::applyTo(std::vector<tree::Node*>& candidates, Evaluation const&
     for (std::size_t i = from; i < items_.size(); ++i) {
         std::size_t const size = candidates.size();
         std::size_t kept = 0;
-        for (std::size_t at = 0; at < size; ++at)
+        for (std::size_t at = 0; at < size; ++at) {
             if (holds(items_[i], {evaluation, candidates[at], at + 1, size}))
                 candidates[kept++] = candidates[at];
+        }
         candidates.resize(kept);
     }
 }

@@ -18,6 +18,8 @@ public:
 
     bool empty() const noexcept { return items_.empty(); }
 
+    std::size_t size() const noexcept { return items_.size(); }
+
     // Some predicate asks for the position (or the size).
     bool positional() const noexcept { return positional_; }
 
@@ -39,10 +41,11 @@ public:
 
     // For predicates that are not positional.
     bool hold(Evaluation const& evaluation, tree::Node* node) const {
-        for (Item const& item : items_)
+        for (Item const& item : items_) {
             if (item.attribute != nullptr ? !item.attribute->holds(evaluation, node)
                                           : !item.expression->boolean({evaluation, node}))
                 return false;
+        }
         return true;
     }
 

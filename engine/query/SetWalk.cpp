@@ -20,9 +20,10 @@ void append(Step const& step, Evaluation const& evaluation, tree::Node* context,
 
 Nodes outermost(NodeSequence const& contexts) {
     Nodes result;
-    for (tree::Node* node : contexts.nodes)
+    for (tree::Node* node : contexts.nodes) {
         if (result.empty() || !contexts.nested || !tree::isInSubtree(node, result.back()))
             result.push_back(node);
+    }
     return result;
 }
 

@@ -1,5 +1,6 @@
 #include "Step.h"
 
+#include "AttributeIndex.h"
 #include "SiblingPositions.h"
 
 namespace tibxml::query {
@@ -36,6 +37,30 @@ bool giveAll(std::vector<tree::Node*> const& nodes, NodeVisitor visitor) {
     return false;
 }
 
+bool isIndexable(Axis axis, Step const& step) noexcept {
+    return axis == Axis::child && step.test.kind == NodeTest::Kind::elementNamed &&
+           step.predicates.leadingAttribute() != nullptr && !step.predicates.needsSize();
+}
+
+// Children whose first predicate is `[@k='v']`. Positions in later predicates count only those, so
+// it makes no difference that the others do not come up at all.
+bool walkByAttribute(Step const& step, Evaluation const& evaluation, tree::Node* context,
+                     NodeVisitor visitor) {
+    AttributeEquals const& first = *step.predicates.leadingAttribute();
+    tree::Name const* const attribute = evaluation.names[first.name()];
+    if (attribute == nullptr) return false;
+    SiblingRun const run{context, evaluation.names[step.test.name], attribute};
+    if (step.predicates.size() == 1)
+        return visitByAttribute(evaluation.document, run, first.value(), visitor);
+    Predicates::Cursor cursor{step.predicates};
+    bool stopped = false;
+    visitByAttribute(evaluation.document, run, first.value(), [&](tree::Node* node) {
+        if (cursor.accepts(evaluation, node)) stopped = visitor(node);
+        return stopped || cursor.exhausted();
+    });
+    return stopped;
+}
+
 // Predicates that ask how many candidates there are: all of them first.
 bool walkBySize(Axis axis, Step const& step, Evaluation const& evaluation, tree::Node* context,
                 NodeVisitor visitor) {
@@ -68,9 +93,10 @@ bool walkLastChild(Step const& step, Evaluation const& evaluation, tree::Node* c
 
 // The form that most paths are made of, with nothing but the name in its loop.
 bool walkNamedChildren(tree::Name const* name, tree::Node* context, NodeVisitor visitor) {
-    for (tree::Node* node = context->firstChild(); node != nullptr; node = node->next)
+    for (tree::Node* node = context->firstChild(); node != nullptr; node = node->next) {
         if (node->is(tree::NodeKind::element) && node->name->expanded == name && visitor(node))
             return true;
+    }
     return false;
 }
 
@@ -97,6 +123,7 @@ bool walkStepAlong(Axis axis, Step const& step, Evaluation const& evaluation, tr
     if (asksForMissingName(step.test, evaluation)) return false;
     Predicates const& predicates = step.predicates;
     if (predicates.empty()) return walkWithoutPredicates(axis, step, evaluation, context, visitor);
+    if (isIndexable(axis, step)) return walkByAttribute(step, evaluation, context, visitor);
     if (predicates.startsWithLast() && axis == Axis::child)
         return walkLastChild(step, evaluation, context, visitor);
     if (predicates.needsSize()) return walkBySize(axis, step, evaluation, context, visitor);

@@ -23,11 +23,12 @@ Union::Union(std::vector<NodeExpressionPtr> operands) noexcept : operands_{std::
 
 bool Union::visit(Context const& context, Order, NodeVisitor visitor) const {
     std::vector<tree::Node*> nodes;
-    for (NodeExpressionPtr const& operand : operands_)
+    for (NodeExpressionPtr const& operand : operands_) {
         operand->visit(context, Order::any, [&nodes](tree::Node* node) {
             nodes.push_back(node);
             return false;
         });
+    }
     return giveSorted(context.evaluation, std::move(nodes), visitor);
 }
 
