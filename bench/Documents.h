@@ -25,7 +25,8 @@ WXmlDoc tibxmlDocument(std::string const& text);
 std::unique_ptr<pugi::xml_document> pugixmlDocument(std::string const& text);
 XmlDocPtr libxml2Document(std::string const& text, int options);
 
-// What every comparison uses, and what a program that wants the layout back when saving does.
+// With layout white space dropped, and with it kept, which is libxml2's default and gets the layout
+// back when saving.
 int libxml2Options() noexcept;
 int libxml2OptionsWithWhiteSpace() noexcept;
 

@@ -2,22 +2,16 @@
 
 #include <algorithm>
 #include <chrono>
-#include <ctime>
 #include <limits>
 #include <stdexcept>
+
+#include "ProcessorTime.h"
 
 namespace bench {
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-// Processor time, so that other programs on the machine matter as little as can be.
-double processorSeconds() {
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
 
 constexpr double shortestBatch = 2e-3; // seconds; far above the clock's grain
 constexpr double timePerContender = 1.0;

@@ -30,7 +30,7 @@ public:
             for (xmlAttr const* a = node.properties; a != nullptr; a = a->next)
                 ++counts_[1];
             break;
-        case XML_TEXT_NODE:
+        case XML_TEXT_NODE: counts_[2] += xmlIsBlankNode(&node) == 0 ? 1 : 0; break;
         case XML_CDATA_SECTION_NODE: ++counts_[2]; break;
         case XML_COMMENT_NODE: ++counts_[3]; break;
         case XML_PI_NODE: ++counts_[4]; break;
@@ -49,10 +49,11 @@ private:
 
 class Load final : public Contender {
 public:
-    Load(Sources const& sources, From from, Drop drop)
+    Load(Sources const& sources, From from, Drop drop, Layout layout)
         : sources_{sources},
           from_{from},
-          drop_{drop} {}
+          drop_{drop},
+          options_{layout == Layout::dropped ? libxml2Options() : libxml2OptionsWithWhiteSpace()} {}
 
     void run() override {
         if (drop_ == Drop::timed) document_.reset();
@@ -61,7 +62,10 @@ public:
 
     bool needsRestoring() const override { return drop_ == Drop::untimed; }
 
-    void restore() override { document_.reset(); }
+    void restore() override {
+        document_.reset();
+        returnFreeMemory();
+    }
 
     std::uint64_t answer() override {
         if (document_ == nullptr) throw std::runtime_error{"libxml2 does not load the document"};
@@ -71,8 +75,10 @@ public:
             counts.add(*node);
         counts.addTo(print);
         for (xmlNode* item = xmlDocGetRootElement(document_.get())->children; item != nullptr;
-             item = item->next)
-            print.add(static_cast<std::uint64_t>(valueOf(*item)));
+             item = item->next) {
+            if (item->type == XML_ELEMENT_NODE)
+                print.add(static_cast<std::uint64_t>(valueOf(*item)));
+        }
         return print.value();
     }
 
@@ -89,26 +95,27 @@ private:
         case From::memory: return loadMemory(sources_.text);
         case From::wideText:
             return loadMemory(narrowed(sources_.wide.data(), sources_.wide.size()));
-        case From::file: return xmlReadFile(sources_.path.c_str(), nullptr, libxml2Options());
+        case From::file: return xmlReadFile(sources_.path.c_str(), nullptr, options_);
         }
         return nullptr;
     }
 
-    static xmlDoc* loadMemory(std::string const& text) {
+    xmlDoc* loadMemory(std::string const& text) const {
         return xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr,
-                             libxml2Options());
+                             options_);
     }
 
     Sources const& sources_;
     From from_;
     Drop drop_;
+    int options_;
     XmlDocPtr document_;
 };
 
 } // namespace
 
-ContenderPtr libxml2Load(Sources const& sources, From from, Drop drop) {
-    return std::make_unique<Load>(sources, from, drop);
+ContenderPtr libxml2Load(Sources const& sources, From from, Drop drop, Layout layout) {
+    return std::make_unique<Load>(sources, from, drop, layout);
 }
 
 } // namespace bench

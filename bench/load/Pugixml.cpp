@@ -45,7 +45,10 @@ public:
 
     bool needsRestoring() const override { return drop_ == Drop::untimed; }
 
-    void restore() override { document_.reset(); }
+    void restore() override {
+        document_.reset();
+        returnFreeMemory();
+    }
 
     std::uint64_t answer() override {
         if (!loaded_) throw std::runtime_error{"pugixml does not load the document"};

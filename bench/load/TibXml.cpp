@@ -23,7 +23,10 @@ public:
 
     bool needsRestoring() const override { return drop_ == Drop::untimed; }
 
-    void restore() override { document_ = WXmlDoc{}; }
+    void restore() override {
+        document_ = WXmlDoc{};
+        returnFreeMemory();
+    }
 
     std::uint64_t answer() override {
         if (!loaded_) throw std::runtime_error{"TibXml does not load the document"};
