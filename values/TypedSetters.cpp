@@ -8,6 +8,7 @@
 
 using tibxml::engine::EngineString;
 using tibxml::platform::doubleText;
+using tibxml::platform::IntegerText;
 using tibxml::platform::integerText;
 using tibxml::platform::NumberText;
 
@@ -21,7 +22,8 @@ void write(WXmlNodePtr const& target, EngineString const& text, wchar_t const* t
 }
 
 void append(GeometryText& text, LONG number) noexcept {
-    for (wchar_t const digit : integerText(number).view()) {
+    IntegerText const digits = integerText(number);
+    for (wchar_t const digit : digits.view()) {
         text.append(digit);
     }
 }
