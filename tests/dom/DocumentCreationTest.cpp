@@ -1,0 +1,143 @@
+// How a document of the engine is made: with a class of the test's own behind the identifier.
+#include "EngineTest.h"
+
+#include <TibXml/platform/ComRuntime.h>
+
+#include <array>
+
+namespace {
+
+/// What the next documents do, and what the last one noted.
+struct Factory {
+    std::shared_ptr<fake::Behaviour> behaviour = std::make_shared<fake::Behaviour>();
+    HRESULT code = S_OK;
+    IID askedFor{};
+    int made = 0;
+};
+
+Factory* factory = nullptr;
+
+HRESULT create(REFIID iid, void** object) noexcept {
+    factory->askedFor = iid;
+    if (FAILED(factory->code)) return factory->code;
+    ++factory->made;
+    auto* const document = new fake::Document{factory->behaviour};
+    HRESULT const code = document->QueryInterface(iid, object);
+    document->Release();
+    return code;
+}
+
+} // namespace
+
+namespace tibxml::platform {
+
+std::span<ComClass const> comClasses() noexcept {
+    static constexpr std::array<ComClass, 1> classes{{{CLSID_DOMDocument60, create}}};
+    return classes;
+}
+
+} // namespace tibxml::platform
+
+namespace {
+
+class DocumentCreation : public testing::Test {
+protected:
+    DocumentCreation() { factory = &made; }
+
+    ~DocumentCreation() override { factory = nullptr; }
+
+    fake::Behaviour& behaviour() { return *made.behaviour; }
+
+    Factory made;
+};
+
+using Calls = std::vector<std::string>;
+
+TEST_F(DocumentCreation, NothingIsMadeBeforeTheFirstLoad) {
+    WXmlDoc const document{true};
+    EXPECT_FALSE(document.IsLoaded());
+    EXPECT_EQ(made.made, 0);
+}
+
+TEST_F(DocumentCreation, TheParserIsChosenAndThenTheTextIsLoaded) {
+    WXmlDoc document;
+    EXPECT_TRUE(document.LoadFromString(L"x"));
+    EXPECT_EQ(made.askedFor, IID_IUnknown);
+    EXPECT_EQ(behaviour().calls, (Calls{"setProperty", "loadXML"}));
+    EXPECT_EQ(behaviour().property, L"NewParser");
+    EXPECT_EQ(behaviour().propertyKind, VT_I2) << "an integer, not a truth value";
+    EXPECT_EQ(behaviour().propertyNumber, -1);
+}
+
+TEST_F(DocumentCreation, WhiteSpaceIsAskedForBeforeLoading) {
+    WXmlDoc document{true};
+    EXPECT_TRUE(document.Load(L"x"));
+    EXPECT_EQ(behaviour().calls, (Calls{"setProperty", "put preserveWhiteSpace true", "load"}));
+}
+
+TEST_F(DocumentCreation, WhetherWhiteSpaceCanBeKeptDoesNotMatter) {
+    behaviour().codes["put preserveWhiteSpace true"] = E_FAIL;
+    WXmlDoc document{true};
+    EXPECT_TRUE(document.LoadFromString(L"x"));
+}
+
+TEST_F(DocumentCreation, EveryLoadMakesADocument) {
+    WXmlDoc document;
+    EXPECT_TRUE(document.LoadFromString(L"x"));
+    WXmlDoc const copy = document;
+    EXPECT_TRUE(document.LoadFromString(L"x"));
+    EXPECT_EQ(made.made, 2);
+    EXPECT_TRUE(copy != document);
+}
+
+TEST_F(DocumentCreation, WithoutAClassEveryLoadIsFalseAndTheHandleEmpty) {
+    made.code = E_ACCESSDENIED;
+    WXmlDoc document;
+    EXPECT_FALSE(document.LoadFromString(L"x"));
+    EXPECT_FALSE(document.Load(L"x"));
+    EXPECT_EQ(intOf([&] { return document.GetRootNode(); }), 1);
+}
+
+TEST_F(DocumentCreation, AnObjectThatIsNoDocumentIsFalse) {
+    behaviour().refused = {{IID_IXMLDOMDocument3, E_NOINTERFACE}};
+    WXmlDoc document;
+    EXPECT_FALSE(document.LoadFromString(L"x"));
+    EXPECT_EQ(made.made, 1);
+    EXPECT_TRUE(behaviour().calls.empty());
+    EXPECT_EQ(intOf([&] { return document.GetRootNode(); }), 1);
+}
+
+TEST_F(DocumentCreation, ADocumentThatRefusesTheParserIsGivenUp) {
+    behaviour().codes["setProperty"] = E_FAIL;
+    WXmlDoc document;
+    EXPECT_FALSE(document.LoadFromString(L"x"));
+    EXPECT_EQ(behaviour().calls, Calls{"setProperty"}) << "nothing is loaded";
+    EXPECT_EQ(intOf([&] { return document.GetRootNode(); }), 1);
+}
+
+TEST_F(DocumentCreation, TheOldDocumentGoesBeforeTheNewOneIsMade) {
+    WXmlDoc document;
+    EXPECT_TRUE(document.LoadFromString(L"x"));
+    made.code = E_FAIL;
+    EXPECT_FALSE(document.LoadFromString(L"x"));
+    EXPECT_TRUE(document == WXmlDoc{});
+    EXPECT_EQ(fake::objects, 0U);
+}
+
+TEST_F(DocumentCreation, AFailingLoadIsFalse) {
+    for (char const* const function : {"load", "loadXML"}) {
+        behaviour().codes[function] = E_OUTOFMEMORY;
+    }
+    WXmlDoc document;
+    EXPECT_FALSE(document.LoadFromString(L"x"));
+    EXPECT_FALSE(document.Load(L"x"));
+    EXPECT_TRUE(document != WXmlDoc{}) << "there is a document, only without content";
+}
+
+TEST_F(DocumentCreation, ABackupOfAnEmptyHandleMakesNoDocument) {
+    WXmlDoc document;
+    delete document.Backup();
+    EXPECT_EQ(made.made, 0);
+}
+
+} // namespace

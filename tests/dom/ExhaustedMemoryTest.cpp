@@ -1,0 +1,116 @@
+// Every allocation on the road from a text to a value and back fails in turn: each call then fails
+// in its own way or gives the whole result, and nothing is left behind.
+#include "../platform/FailingAllocation.h"
+#include "EngineTest.h"
+
+#include <new>
+
+namespace {
+
+/// Whether a call either gave the right result or raised for want of memory.
+template <class Call>
+bool gaveOrRaised(FailingAllocation const& failing, Call const& call) {
+    try {
+        return call();
+    } catch (std::bad_alloc const&) {
+        return failing.happened();
+    } catch (_com_error const& error) {
+        return failing.happened() && error.Error() == E_OUTOFMEMORY;
+    }
+}
+
+/// Fails every allocation of a call that promises a result.
+template <class Call>
+void expectRaises(std::size_t least, Call const& call) {
+    failEveryAllocation(least, [&](auto const& failing) { return gaveOrRaised(failing, call); });
+}
+
+/// Fails every allocation of a call that answers false when it did not work.
+template <class Call>
+void expectAnswers(std::size_t least, Call const& call) {
+    failEveryAllocation(least, [&](auto const& failing) { return call() || failing.happened(); });
+}
+
+constexpr wchar_t const* settings =
+    L"<a><b k='a value that is too long for any small string'>42</b><b/></a>";
+
+class ExhaustedMemory : public testing::Test {
+protected:
+    WXmlDoc document = loaded(settings);
+    WXmlNode root = document.GetRootNode();
+    WXPath path{L"b[@k]"};
+    WXmlNode b = root.GetNode(path);
+};
+
+TEST_F(ExhaustedMemory, LoadingIsFalse) {
+    WXmlDoc loading;
+    expectAnswers(5, [&] { return loading.LoadFromString(settings); });
+    EXPECT_TRUE(loading.IsLoaded());
+}
+
+TEST_F(ExhaustedMemory, LookingUpIsFalse) {
+    WXmlNode found;
+    WXmlNodeList nodes;
+    WXPath const all{L"//b"};
+    expectAnswers(1, [&] { return root.GetNode(path, found); });
+    expectAnswers(1, [&] { return root.DoesNodeExist(path); });
+    expectAnswers(2, [&] { return root.GetNodes(path, nodes); });
+    expectAnswers(2, [&] { return document.GetNodes(all, nodes); });
+    EXPECT_TRUE(found == b);
+    EXPECT_EQ(nodes.Count(), 2);
+}
+
+TEST_F(ExhaustedMemory, WhatPromisesAResultRaises) {
+    expectRaises(2, [&] { return root.GetNode(path) == b; });
+    expectRaises(2, [&] { return b.GetName() == L"b"; });
+    expectRaises(2, [&] { return !b.GetXML().IsEmpty(); });
+    expectRaises(2, [&] { return !document.SaveToString().IsEmpty(); });
+    expectRaises(1, [&] { return document.GetRootNode() == root; });
+    expectRaises(1, [&] { return b.GetOwnerDocument() == document; });
+    expectRaises(2, [&] { return root.GetNodes(path).Count() == 1; });
+}
+
+TEST_F(ExhaustedMemory, ReadingRaisesOrFindsNoTarget) {
+    WXmlValueAccessor const value = b.Value();
+    WXmlValueAccessor const attribute = b.Attribute(L"@k");
+    expectRaises(1, [&] { return value.GetInt(-1) == 42; });
+    expectAnswers(1, [&] { return attribute.Exists(); });
+    // Without memory for the name of the attribute it reads as absent.
+    failEveryAllocation(3, [&](auto const& failing) {
+        return gaveOrRaised(failing, [&] {
+            bool const found = attribute.GetString(L"none") != L"none";
+            return found || failing.happened();
+        });
+    });
+}
+
+TEST_F(ExhaustedMemory, WritingRaisesOrFindsNoTarget) {
+    constexpr wchar_t const* text = L"another value that is too long for any small string";
+    WXmlValueAccessor attribute = b.Attribute(L"@new");
+    failEveryAllocation(3, [&](auto const& failing) {
+        return gaveOrRaised(failing, [&] {
+            try {
+                attribute.SetString(text);
+                return true;
+            } catch (WXmlValueTypeNotFoundException const&) {
+                return failing.happened();
+            }
+        });
+    });
+    EXPECT_EQ(utf8(attribute.GetString()), utf8(text));
+}
+
+TEST_F(ExhaustedMemory, ACopyWithoutMemoryIsAnEmptyHandleOrRaises) {
+    WXmlNodeList const nodes = root.GetNodes(path);
+    WXmlNode const empty;
+    expectRaises(1, [&] {
+        WXmlNode const copy = b;
+        return copy == b || copy == empty;
+    });
+    expectRaises(1, [&] {
+        WXmlNodeList const copy = nodes;
+        return copy.Count() == 1 || copy.Count() == 0;
+    });
+}
+
+} // namespace
