@@ -6,21 +6,6 @@ namespace tibxml::tree {
 
 namespace {
 
-// Sibling lists: `next` ends in null, `previous` of the first leads to the last.
-
-void linkLast(Node*& first, Node* parent, Node* node) noexcept {
-    node->parent = parent;
-    node->next = nullptr;
-    if (first == nullptr) {
-        node->previous = node;
-        first = node;
-        return;
-    }
-    node->previous = first->previous;
-    first->previous->next = node;
-    first->previous = node;
-}
-
 void linkBefore(Node*& first, Node* parent, Node* node, Node* before) noexcept {
     node->parent = parent;
     node->next = before;
@@ -59,18 +44,6 @@ void freeText(Document& document, Node const& node) noexcept {
     document.arena().freeText({node.content.longText.data, node.content.longText.capacity});
 }
 
-void setShortText(Node* node, std::string_view text) noexcept {
-    // The text may lie in this very place, or nowhere when it is empty.
-    if (!text.empty()) std::memmove(node->content.shortText, text.data(), text.size());
-    node->inlineLength = static_cast<std::uint8_t>(text.size());
-}
-
-void setLongText(Node* node, std::string_view text, Arena::TextBlock block) noexcept {
-    std::memcpy(block.data, text.data(), text.size());
-    node->content.longText = {block.data, static_cast<std::uint32_t>(text.size()), block.capacity};
-    node->inlineLength = Node::outOfLine;
-}
-
 } // namespace
 
 Node* newElement(Document& document, Name* name) {
@@ -102,19 +75,9 @@ Node* newProcessingInstruction(Document& document, Name* target, std::string_vie
     return node;
 }
 
-void appendChild(Document& document, Node* parent, Node* child) noexcept {
-    document.touch();
-    linkLast(parent->content.links.firstChild, parent, child);
-}
-
 void insertBefore(Document& document, Node* parent, Node* node, Node* before) noexcept {
     document.touch();
     linkBefore(listFor(parent, node), parent, node, before);
-}
-
-void appendAttribute(Document& document, Node* element, Node* attribute) noexcept {
-    document.touch();
-    linkLast(element->content.links.firstAttribute, element, attribute);
 }
 
 void unlink(Document& document, Node* node) noexcept {
@@ -145,14 +108,6 @@ void setText(Document& document, Node* node, std::string_view text) {
     }
     freeText(document, old);
     document.touch();
-}
-
-void setTextOnce(Document& document, Node* node, std::string_view text) {
-    if (text.size() <= Node::inlineCapacity) {
-        setShortText(node, text);
-    } else {
-        setLongText(node, text, document.arena().newExactText(text.size()));
-    }
 }
 
 } // namespace tibxml::tree

@@ -2,11 +2,29 @@
 // sense (that is the caller's part); everything that can fail does so before it changes anything.
 #pragma once
 
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include <tree/Document.h>
 
 namespace tibxml::tree {
+
+// What a reader does for every node is inline; the rest is not worth it.
+
+// Sibling lists: `next` of the last is null, `previous` of the first is the last.
+inline void linkLast(Node*& first, Node* parent, Node* node) noexcept {
+    node->parent = parent;
+    node->next = nullptr;
+    if (first == nullptr) {
+        node->previous = node;
+        first = node;
+        return;
+    }
+    node->previous = first->previous;
+    first->previous->next = node;
+    first->previous = node;
+}
 
 // New nodes belong to the document and have no parent. All throw std::bad_alloc.
 Node* newElement(Document& document, Name* name);
@@ -16,8 +34,16 @@ Node* newProcessingInstruction(Document& document, Name* target, std::string_vie
 
 // Puts a node without parent into a parent's list, last or in front of `before`, which is in that
 // list: a child among children, an attribute among attributes.
-void appendChild(Document& document, Node* parent, Node* child) noexcept;
-void appendAttribute(Document& document, Node* element, Node* attribute) noexcept;
+inline void appendChild(Document& document, Node* parent, Node* child) noexcept {
+    document.touch();
+    linkLast(parent->content.links.firstChild, parent, child);
+}
+
+inline void appendAttribute(Document& document, Node* element, Node* attribute) noexcept {
+    document.touch();
+    linkLast(element->content.links.firstAttribute, element, attribute);
+}
+
 void insertBefore(Document& document, Node* parent, Node* node, Node* before) noexcept;
 
 // Takes a node or attribute out of its parent's list. It stays alive; see Lifetime.h for giving it
@@ -29,11 +55,30 @@ void unlink(Document& document, Node* node) noexcept;
 Node* findAttribute(Node const* element, std::string_view qualifiedName) noexcept;
 Node* findAttribute(Node const* element, Name const* expanded) noexcept;
 
+// How a text is stored in a node that has room for it, or in a block.
+inline void setShortText(Node* node, std::string_view text) noexcept {
+    // The text may lie in this very place, or nowhere when it is empty.
+    if (!text.empty()) std::memmove(node->content.shortText, text.data(), text.size());
+    node->inlineLength = static_cast<std::uint8_t>(text.size());
+}
+
+inline void setLongText(Node* node, std::string_view text, Arena::TextBlock block) noexcept {
+    std::memcpy(block.data, text.data(), text.size());
+    node->content.longText = {block.data, static_cast<std::uint32_t>(text.size()), block.capacity};
+    node->inlineLength = Node::outOfLine;
+}
+
 // Replaces the own characters of a node that is not a parent. Throws std::bad_alloc and
 // std::length_error (4 GiB) and then leaves the old text.
 void setText(Document& document, Node* node, std::string_view text);
 
 // For readers, which write every text once: like setText on a node without text, without slack.
-void setTextOnce(Document& document, Node* node, std::string_view text);
+inline void setTextOnce(Document& document, Node* node, std::string_view text) {
+    if (text.size() <= Node::inlineCapacity) {
+        setShortText(node, text);
+    } else {
+        setLongText(node, text, document.arena().newExactText(text.size()));
+    }
+}
 
 } // namespace tibxml::tree
