@@ -77,10 +77,10 @@ std::size_t splitPoint(std::wstring_view path) noexcept {
     return path.find(L'/', path.starts_with(L"//") ? 2 : 0);
 }
 
-/// Whether a path begins with a child of the node that it starts from, so that it selects nothing
-/// from a node without children.
+/// Whether the first step of a path is a child by its plain name: such a path selects nothing from
+/// a node without children.
 bool beginsWithChild(std::wstring_view path) noexcept {
-    return isPlainName(path.substr(0, path.find_first_of(L"/[")));
+    return isPlainName(path.substr(0, path.find(L'/')));
 }
 
 WXPath pathFrom(std::wstring_view text) {
