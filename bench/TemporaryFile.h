@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <unistd.h>
@@ -26,7 +27,7 @@ public:
     std::string const& path() const noexcept { return path_; }
 
 private:
-    std::string path_ = "/tmp/tibxml-bench-XXXXXX";
+    std::string path_ = std::filesystem::temp_directory_path() / "tibxml-bench-XXXXXX";
 };
 
 } // namespace bench
