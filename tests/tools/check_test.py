@@ -2,9 +2,7 @@
 """tibxml check: well-formed or not, with the place, for any number of files."""
 
 import os
-import pathlib
 import subprocess
-import unittest
 
 import program
 
@@ -140,8 +138,7 @@ class Check(program.ProgramTest):
 
 
 def reachable_by_nobody(path):
-    folders = [path, *map(str, pathlib.Path(path).parents)]
-    return subprocess.run(["test", "-x", path], user="nobody", check=False).returncode == 0 and folders
+    return subprocess.run(["test", "-x", path], user="nobody", check=False).returncode == 0
 
 
 if __name__ == "__main__":

@@ -25,8 +25,10 @@ auto withArgument(std::string const& what, std::string const& argument, Call cal
 
 std::string joined(std::vector<std::string> const& texts) {
     std::string all;
-    for (std::string const& text : texts)
-        all += (all.empty() ? "" : " ") + text;
+    for (std::string const& text : texts) {
+        if (!all.empty()) all += ' ';
+        all += text;
+    }
     return all;
 }
 

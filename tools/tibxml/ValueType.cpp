@@ -37,8 +37,10 @@ std::string printed(CString const& value) {
 
 std::string joined(std::initializer_list<LONG> numbers) {
     std::string text;
-    for (LONG const number : numbers)
-        text += (text.empty() ? "" : ",") + std::to_string(number);
+    for (LONG const number : numbers) {
+        if (!text.empty()) text += ',';
+        text += std::to_string(number);
+    }
     return text;
 }
 
