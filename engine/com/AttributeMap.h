@@ -27,7 +27,7 @@ private:
     ~AttributeMap() override = default;
 
     tree::Node* find(BSTR name) const;
-    void attach(NodeHandle& attribute);
+    void attach(NodeHandle& handle);
 
     LiveObject live_;
     ComPtr<NodeHandle> element_;

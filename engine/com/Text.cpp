@@ -13,7 +13,7 @@ namespace tibxml::com {
 namespace {
 
 bool isXmlCharacter(wchar_t character) noexcept {
-    auto const c = static_cast<std::uint32_t>(character);
+    auto const c = static_cast<char32_t>(character);
     if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
     return c < 0xD800 || (c > 0xDFFF && c < 0xFFFE) || (c > 0xFFFF && c <= 0x10FFFF);
 }

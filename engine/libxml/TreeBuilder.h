@@ -71,7 +71,7 @@ private:
 
     tree::Name* nameOf(unsigned char const* local, unsigned char const* prefix,
                        unsigned char const* uri);
-    void addAttribute(tree::Node* element, ParsedAttribute const& attribute);
+    void addAttribute(tree::Node* element, ParsedAttribute const& parsed);
     void addDeclaration(tree::Node* element, ParsedDeclaration const& declaration);
     void addInSourceOrder(tree::Node* element, ParsedStartTag const& tag);
     void noteSpace(std::string_view value);

