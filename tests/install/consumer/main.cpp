@@ -1,6 +1,7 @@
 // A caller's program: every exported family is used once, so that a name which is declared but not
 // exported is a link error here.
 #include <TibXml/WXPath.h>
+#include <TibXml/WXmlCompositeNode.h>
 #include <TibXml/WXmlDoc.h>
 #include <TibXml/WXmlNode.h>
 #include <TibXml/WXmlNodeList.h>
@@ -32,6 +33,13 @@ void useDocument() {
     expect(doc.GetRootNode().GetNodes(L"item").Count() == 1, "a list by path");
 }
 
+void useLayers() {
+    WXmlDoc defaults = WXmlDoc::CreateFromString(L"<s><a width='7'/></s>");
+    WXmlDoc user = WXmlDoc::CreateFromString(L"<s/>");
+    WXmlCompositeNode node(defaults, user, L"/s/a");
+    expect(node.ReadableAttribute(L"@width", false).GetInt(0) == 7, "a value of the defaults");
+}
+
 void catchFailure() {
     try {
         WXmlDoc doc = WXmlDoc::CreateFromString(L"<a>x</a>");
@@ -47,6 +55,7 @@ void catchFailure() {
 int main() {
     usePaths();
     useDocument();
+    useLayers();
     catchFailure();
     return failures == 0 ? 0 : 1;
 }
