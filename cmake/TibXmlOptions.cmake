@@ -2,6 +2,7 @@
 # interface target that is linked PRIVATE everywhere.
 option(TIBXML_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 option(TIBXML_BENCH "Build the measurements" OFF)
+option(TIBXML_TESTS "Build the tests" ON)
 set(TIBXML_SANITIZE "" CACHE STRING "Sanitizers to build with, as given to -fsanitize=")
 
 add_library(tibxml_build_options INTERFACE)
