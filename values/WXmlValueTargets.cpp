@@ -49,6 +49,7 @@ WXmlNodePtr WXmlValueAccessor::GetNodeForWriting() noexcept {
     });
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the target is handed over
 CString WXmlValueAccessor::GetNodeTextValue(WXmlNodePtr node) const {
     return node ? tibxml::values::textOf(node).toCString() : CString{};
 }

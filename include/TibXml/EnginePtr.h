@@ -40,7 +40,8 @@ public:
     /// Refers to the other one's object before the own one is released; does nothing when they are
     /// the same already.
     EnginePtr& operator=(EnginePtr const& other) noexcept {
-        if (object_ != other.object_) EnginePtr{other}.Swap(*this);
+        if (this == &other || object_ == other.object_) return *this;
+        EnginePtr{other}.Swap(*this);
         return *this;
     }
 

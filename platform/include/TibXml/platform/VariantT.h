@@ -11,6 +11,7 @@
 class _variant_t : public VARIANT {
 public:
     /// Empty.
+    // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.UninitializedObject): all of it is made zero
     _variant_t() noexcept : VARIANT{} {}
 
     /// A string, copied; null stays null.
