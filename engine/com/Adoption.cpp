@@ -1,5 +1,6 @@
 #include "Adoption.h"
 
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -40,15 +41,36 @@ std::shared_ptr<void> tracked(IXMLDOMNode* object) {
     return {reference.get(), [reference](void*) {}};
 }
 
-void followPinned(DocumentObject& owner, tree::Document& target, tree::Document& source,
-                  Moves const& moves) {
+using Objects = std::unordered_map<tree::Node const*, std::shared_ptr<void>>;
+
+std::shared_ptr<void> tracked(NodeHandle& handle) {
+    handle.AddRef();
+    return tracked(handle.asNode());
+}
+
+// The objects that pinned pointers will lead to.
+Objects objectsOf(Moves const& moves, DocumentObject& owner, tree::Document& target) {
+    Objects objects;
     for (auto const& [from, to] : moves.pinned)
-        source.movedAway.emplace(from, tracked(wrap(owner, target, to)));
-    if (source.pins == 0) return;
-    for (auto const& [from, to] : moves.handles) {
-        auto* const handle = static_cast<NodeHandle*>(from->handle);
-        handle->AddRef();
-        source.movedAway.emplace(from, tracked(handle->asNode()));
+        objects.emplace(from, tracked(wrap(owner, target, to)));
+    for (auto const& [from, to] : moves.handles)
+        objects.emplace(from, tracked(*static_cast<NodeHandle*>(from->handle)));
+    return objects;
+}
+
+// Everything about a move that may fail but for the copying: the copy is destroyed then.
+void prepare(tree::Document& source, tree::Node* copy, Moves const& moves, DocumentObject& owner,
+             tree::Document& target) {
+    try {
+        target.detachedHandles[copy] = moves.handles.size();
+        if (source.pins == 0) return;
+        Objects objects = objectsOf(moves, owner, target);
+        source.movedAway.reserve(source.movedAway.size() + objects.size());
+        source.movedAway.merge(objects);
+    } catch (...) {
+        target.detachedHandles.erase(copy);
+        tree::destroy(target, copy);
+        throw;
     }
 }
 
@@ -61,11 +83,15 @@ void adopt(DocumentObject& owner, tree::Document& storage, NodeHandle& handle) {
     Moves moves{source->pins != 0};
     tree::Node* const copy =
         tree::clone(storage, *source, original, tree::CloneDepth::deep, &moves);
-    storage.detachedHandles[copy] = moves.handles.size();
-    followPinned(owner, storage, *source, moves);
+    prepare(*source, copy, moves, owner, storage);
     for (auto const& [from, to] : moves.handles)
         static_cast<NodeHandle*>(from->handle)->moveTo(owner, storage, to);
     tree::discard(*source, original, moves.handles.size());
+}
+
+void leaveBehind(NodeHandle& handle) {
+    tree::Document& storage = handle.storage();
+    if (storage.pins != 0) storage.movedAway.emplace(handle.node(), tracked(handle));
 }
 
 IXMLDOMNode* movedNode(tree::Document& storage, tree::Node const* node) {

@@ -10,6 +10,10 @@ namespace tibxml::com {
 // in another document. Throws std::bad_alloc before anything changed.
 void adopt(DocumentObject& owner, tree::Document& storage, NodeHandle& handle);
 
+// Must be told of a handle that is about to refer to a node in other storage without a move: pinned
+// pointers to its old node will lead to its object. Throws std::bad_alloc.
+void leaveBehind(NodeHandle& handle);
+
 // The object for a node that a pinned pointer refers to and that has moved to another document: a
 // new reference for the caller; null for a node that has not.
 IXMLDOMNode* movedNode(tree::Document& storage, tree::Node const* node);

@@ -49,11 +49,11 @@ void AttributeMap::attach(NodeHandle& handle) {
         tree::findAttribute(element, document.names().findExpanded(name->local, name->uri));
     if (same != nullptr && same != old)
         throw Failure{E_FAIL, "the element has this attribute under another prefix"};
+    tree::Removal replaced{document, old};
     adopt(element_->owner(), document, handle);
-    tree::Node* const next = old != nullptr ? old->next : nullptr;
-    if (old != nullptr) tree::remove(document, old);
+    tree::move(document, handle.node(), element, old);
     handle.node()->name = name;
-    tree::move(document, handle.node(), element, next);
+    replaced.run();
 }
 
 HRESULT AttributeMap::removeNamedItem(BSTR name, IXMLDOMNode** result) noexcept {

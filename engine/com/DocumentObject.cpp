@@ -4,6 +4,7 @@
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
 
+#include "Adoption.h"
 #include "ComPtr.h"
 #include "DocumentFile.h"
 #include "Insertion.h"
@@ -33,6 +34,7 @@ HRESULT DocumentObject::create(REFIID iid, void** object) noexcept {
 void DocumentObject::startAfresh() {
     auto const fresh = tree::DocumentRef::adopt(tree::Document::create());
     fresh->preservesWhiteSpace = storage().preservesWhiteSpace;
+    leaveBehind(*this);
     tree::clear(storage());
     detach();
     attach(*this, *fresh, fresh->node());

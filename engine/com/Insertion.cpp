@@ -62,11 +62,14 @@ tree::Name* nameBelow(NodeHandle& parent, tree::Node const* child) {
     return nameAt(parent.storage(), declaresItself ? child : parent.node(), name);
 }
 
-// The checks are done: the rest changes the tree.
-void place(NodeHandle& parent, NodeHandle& child, tree::Name* name, tree::Node* before) {
+// The checks are done: the rest changes the tree. Another node may be replaced.
+void place(NodeHandle& parent, NodeHandle& child, tree::Name* name, tree::Node* before,
+           tree::Node* old = nullptr) {
+    tree::Removal replaced{parent.storage(), old};
     adopt(parent.owner(), parent.storage(), child);
-    child.node()->name = name;
     tree::move(parent.storage(), child.node(), parent.node(), before);
+    child.node()->name = name;
+    replaced.run();
 }
 
 } // namespace
@@ -92,8 +95,7 @@ void setRoot(NodeHandle& document, NodeHandle& element) {
     check(element.node()->is(NodeKind::element), "only an element can be the root");
     tree::Node* const old = document.storage().documentElement();
     if (old == element.node()) return;
-    place(document, element, nameBelow(document, element.node()), old);
-    if (old != nullptr) tree::remove(document.storage(), old);
+    place(document, element, nameBelow(document, element.node()), old, old);
 }
 
 ComPtr<NodeHandle> referenceIn(VARIANT const& value) {

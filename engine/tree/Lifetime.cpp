@@ -152,6 +152,23 @@ void move(Document& document, Node* node, Node* parent, Node* before) {
     if (!staysAttached) settle(document, node);
 }
 
+Removal::Removal(Document& document, Node* node) : document_{document}, node_{node} {
+    if (node_ != nullptr) document_.detachedHandles[node_]; // the place for its handles
+}
+
+Removal::~Removal() {
+    if (node_ != nullptr) document_.detachedHandles.erase(node_);
+}
+
+void Removal::run() noexcept {
+    Node* const node = std::exchange(node_, nullptr);
+    if (node == nullptr) return;
+    auto const entry = document_.detachedHandles.find(node);
+    entry->second = countHandles(node);
+    if (entry->second == 0) document_.detachedHandles.erase(entry);
+    takeOut(document_, node);
+}
+
 void discard(Document& document, Node* subtree, std::size_t handlesGone) noexcept {
     Node* const root = rootOf(subtree);
     if (root == subtree) {

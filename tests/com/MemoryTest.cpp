@@ -141,6 +141,49 @@ TEST_F(Exhausted, WhenMovingAttributes) {
     });
 }
 
+TEST_F(Exhausted, WhenMovingToAnotherDocument) {
+    Document const other = documentOf(L"<other b='1'/>");
+    Node const root = nodeAt(other, L"other");
+    Map const attributes = attributesOf(root);
+    failInTurn([&](IXMLDOMDocument*) { return root->appendChild(c, nullptr); });
+    EXPECT_EQ(xmlOf(other), "<other b=\"1\"><c>a text of some length</c></other>\n");
+    failInTurn([&](IXMLDOMDocument*) { return attributes->setNamedItem(b, nullptr); });
+    EXPECT_EQ(textOf(nodeAt(root, L"@b")), "a value of some length");
+}
+
+TEST_F(Exhausted, WhenMovingWhatAListHolds) {
+    Document const other = documentOf(L"<other/>");
+    Node const root = nodeAt(other, L"other");
+    _bstr_t const everything{L"//node() | //@*"};
+    Node item;
+    failInTurn([&](IXMLDOMDocument* document) {
+        List nodes;
+        HRESULT result = document->selectNodes(everything, nodes.out());
+        if (result == S_OK) result = root->appendChild(c, nullptr);
+        if (result == S_OK) result = nodes->get_item(4, item.out());
+        return result;
+    });
+    EXPECT_EQ(textOf(item), "a text of some length");
+    EXPECT_EQ(nameOf(nodeAt(item, L"../..")), "other");
+}
+
+TEST_F(Exhausted, WhenReplacingTheRoot) {
+    failInTurn([&](IXMLDOMDocument* document) {
+        return document->putref_documentElement(as<IXMLDOMElement>(c.get()));
+    });
+}
+
+TEST_F(Exhausted, WhenCopying) {
+    Document const other = documentOf(L"<other/>");
+    failInTurn([&](IXMLDOMDocument*) { return a->cloneNode(VARIANT_TRUE, Node{}.out()); });
+    failInTurn(
+        [&](IXMLDOMDocument* document) { return document->cloneNode(VARIANT_TRUE, Node{}.out()); });
+    failInTurn([&](IXMLDOMDocument*) {
+        Node copy;
+        return other->importNode(a, VARIANT_TRUE, copy.out());
+    });
+}
+
 std::size_t countOf(std::string const& part, std::string const& text) {
     std::size_t count = 0;
     for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))

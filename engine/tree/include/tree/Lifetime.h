@@ -29,6 +29,25 @@ void settle(Document& document, Node* subtree) noexcept;
 // before anything changed.
 void move(Document& document, Node* node, Node* parent, Node* before);
 
+// A removal that can no longer fail: for edits that put something into a node's place first.
+// Between making one and running it nodes may leave the subtree.
+class Removal {
+public:
+    // Of nothing, when the node is null. Throws std::bad_alloc.
+    Removal(Document& document, Node* node);
+    Removal(Removal const&) = delete;
+    Removal& operator=(Removal const&) = delete;
+
+    // Without run() nothing has happened.
+    ~Removal();
+
+    void run() noexcept;
+
+private:
+    Document& document_;
+    Node* node_;
+};
+
 // Takes out and gives back a subtree whose nodes went to another document, with as many handles.
 void discard(Document& document, Node* subtree, std::size_t handlesGone) noexcept;
 
