@@ -80,7 +80,8 @@ private:
             return;
         }
         try {
-            setTextOnce(target_, copy, original->text());
+            // Copies come and go: moving a node to another document makes one.
+            setText(target_, copy, original->text());
         } catch (...) {
             target_.arena().freeNode(copy);
             throw;
