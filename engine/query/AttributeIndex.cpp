@@ -3,26 +3,10 @@
 #include <bit>
 
 #include "AttributeLookup.h"
+#include "FetchAhead.h"
 #include "TextHash.h"
 
 namespace tibxml::query {
-
-namespace {
-
-// Nodes that were read one after the other lie evenly in memory, so the distance to the next
-// sibling tells where later ones will be. The processor does not find that out itself, because so
-// many other nodes lie between them. A wrong guess costs nothing but the attempt.
-void fetchAhead(tree::Node const* node) noexcept {
-    constexpr std::uintptr_t ahead = 12;
-    auto const here = reinterpret_cast<std::uintptr_t>(node);
-    std::uintptr_t const there =
-        here + ahead * (reinterpret_cast<std::uintptr_t>(node->next) - here);
-    __builtin_prefetch(reinterpret_cast<void const*>(there)); // NOLINT(performance-no-int-to-ptr)
-    __builtin_prefetch(reinterpret_cast<void const*>(         // NOLINT(performance-no-int-to-ptr)
-        there + sizeof(tree::Node)));                         // the first attribute
-}
-
-} // namespace
 
 tree::Node const* SiblingRun::attributeOf(tree::Node const* member) const noexcept {
     tree::Node const* const found = attributeNamed(member, attribute);
@@ -35,8 +19,9 @@ AttributeIndex::AttributeIndex(SiblingRun const& run) {
 }
 
 void AttributeIndex::collect(SiblingRun const& run) {
+    FetchAhead ahead;
     for (tree::Node* node = run.parent->firstChild(); node != nullptr; node = node->next) {
-        fetchAhead(node);
+        ahead.passWithAttribute(node);
         if (!run.holds(node)) continue;
         if (tree::Node const* attribute = run.attributeOf(node))
             entries_.push_back({node, attribute, hashText(attribute->text()), none});
@@ -103,15 +88,15 @@ std::shared_ptr<AttributeIndex const> AttributeIndexes::noteLongWalk(tree::Docum
 
 bool visitByAttribute(tree::Document& document, SiblingRun const& run, std::string_view value,
                       NodeVisitor visitor) {
-    constexpr std::size_t shortRun = 16; // whose nodes are not worth guessing
     if (auto const index = AttributeIndexes::find(document, run))
         return index->visit(value, 0, visitor);
+    FetchAhead ahead;
     std::size_t passed = 0;
     std::size_t given = 0;
     for (tree::Node* node = run.parent->firstChild(); node != nullptr; node = node->next) {
+        ahead.passWithAttribute(node);
         if (!run.holds(node)) continue;
-        if (++passed >= shortRun) fetchAhead(node);
-        if (passed == AttributeIndexes::longRun) {
+        if (++passed == AttributeIndexes::longRun) {
             if (auto const index = AttributeIndexes::noteLongWalk(document, run))
                 return index->visit(value, given, visitor);
         }

@@ -7,6 +7,8 @@
 #include <tree/Navigation.h>
 #include <tree/Node.h>
 
+#include "FetchAhead.h"
+
 namespace tibxml::query {
 
 enum class Axis : std::uint8_t {
@@ -41,8 +43,11 @@ namespace axis {
 
 template <class Take>
 bool siblingsFrom(tree::Node* first, Take&& take) {
-    for (tree::Node* node = first; node != nullptr; node = node->next)
+    FetchAhead ahead;
+    for (tree::Node* node = first; node != nullptr; node = node->next) {
+        ahead.pass(node);
         if (take(node)) return true;
+    }
     return false;
 }
 

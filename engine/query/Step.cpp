@@ -93,11 +93,9 @@ bool walkLastChild(Step const& step, Evaluation const& evaluation, tree::Node* c
 
 // The form that most paths are made of, with nothing but the name in its loop.
 bool walkNamedChildren(tree::Name const* name, tree::Node* context, NodeVisitor visitor) {
-    for (tree::Node* node = context->firstChild(); node != nullptr; node = node->next) {
-        if (node->is(tree::NodeKind::element) && node->name->expanded == name && visitor(node))
-            return true;
-    }
-    return false;
+    return axis::siblingsFrom(context->firstChild(), [name, visitor](tree::Node* node) {
+        return node->is(tree::NodeKind::element) && node->name->expanded == name && visitor(node);
+    });
 }
 
 bool walkNamedAttribute(tree::Name const* name, tree::Node* context, NodeVisitor visitor) {

@@ -92,9 +92,10 @@ TEST(AttributeIndex, answersLikeAWalk) {
 
 TEST(AttributeIndex, isNotMadeForHitsNearTheStart) {
     Tree const tree{numberedItems(500)};
-    for (int i = 0; i < 10; ++i)
+    for (int i = 0; i < 10; ++i) {
         EXPECT_EQ(selectFirst(*compile(L"item[@id='100']", {}), tree.document(), tree.element()),
                   tree.find(L"/r/item[101]"));
+    }
     EXPECT_EQ(tree.document().queryIndex, nullptr);
 }
 
@@ -111,9 +112,10 @@ TEST(AttributeIndex, keepsRepeatedValuesInOrder) {
         xml += "<item id='" + std::to_string(i % 3) + "' n='" + std::to_string(i) + "'/>";
     Tree const tree{xml + "</r>"};
     for (wchar_t const* more : {L"", L"[1]", L"[2]", L"[134]", L"[135]", L"[last()]", L"[@n>200]",
-                                L"[@n>200][1]", L"[position()>2][position()<4]", L"/@n", L"[0]"})
+                                L"[@n>200][1]", L"[position()>2][position()<4]", L"/@n", L"[0]"}) {
         for (wchar_t const* value : {L"0", L"1", L"2", L"3"})
             expectSame(tree, value, more);
+    }
 }
 
 TEST(AttributeIndex, seesEveryEdit) {
@@ -137,7 +139,8 @@ TEST(AttributeIndex, tellsParentsNamesAndAttributesApart) {
         for (int i = 0; i < 200; ++i) {
             std::string const a = std::to_string(i);
             std::string const b = std::to_string(199 - i);
-            xml += "<x a='" + a + "' b='" + b + "'/><y a='" + b + "'/>";
+            xml.append("<x a='").append(a).append("' b='").append(b).append("'/>");
+            xml.append("<y a='").append(b).append("'/>");
         }
         xml += "</g>";
     }
@@ -181,9 +184,10 @@ TEST(AttributeIndex, outlivesNothing) {
     auto const query = compile(L"item[@id='299']", {});
     for (int i = 0; i < 3; ++i) {
         Tree const tree{numberedItems(300)};
-        for (int walk = 0; walk < 3; ++walk)
+        for (int walk = 0; walk < 3; ++walk) {
             EXPECT_EQ(selectFirst(*query, tree.document(), tree.element()),
                       tree.find(L"/r/item[last()]"));
+        }
     }
 }
 

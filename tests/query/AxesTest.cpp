@@ -87,9 +87,10 @@ constexpr Row rows[] = {
 
 TEST(Axes, selectInDocumentOrder) {
     Tree const tree{family};
-    for (Row const& row : rows)
+    for (Row const& row : rows) {
         EXPECT_EQ(tree.describe(row.expression, tree.find(row.from)), row.expected)
             << narrow(row.expression) << " from " << narrow(row.from);
+    }
 }
 
 TEST(Axes, theDeclarationIsNoNode) {

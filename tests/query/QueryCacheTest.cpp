@@ -47,9 +47,10 @@ TEST(QueryCache, tellsNamespacesApart) {
 
 TEST(QueryCache, isBounded) {
     QueryCache cache{8};
-    for (int round = 0; round < 3; ++round)
+    for (int round = 0; round < 3; ++round) {
         for (int i = 0; i < 100; ++i)
             cache.get(numbered(i), {});
+    }
     EXPECT_EQ(cache.size(), 8U);
     EXPECT_EQ(cache.misses(), 300U);
 }
@@ -107,13 +108,14 @@ TEST(QueryCache, longExpressionsAreNotKept) {
 }
 
 TEST(QueryCache, eachThreadHasItsOwn) {
+    QueryCache* const mine = &QueryCache::forThisThread();
     QueryCache* other = nullptr;
     std::thread{[&other] {
         other = &QueryCache::forThisThread();
         other->get(L"a", {});
     }}.join();
-    EXPECT_EQ(&QueryCache::forThisThread(), &QueryCache::forThisThread());
-    EXPECT_NE(other, nullptr);
+    EXPECT_EQ(&QueryCache::forThisThread(), mine);
+    EXPECT_NE(other, mine);
 }
 
 TEST(QueryCache, aNewDocumentAtTheSameAddressIsAnotherDocument) {
