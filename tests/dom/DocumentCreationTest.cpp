@@ -1,6 +1,7 @@
 // How a document of the engine is made: with a class of the test's own behind the identifier.
 #include "EngineTest.h"
 
+#include <TibXml/EngineCall.h>
 #include <TibXml/platform/ComRuntime.h>
 
 #include <array>
@@ -21,10 +22,12 @@ HRESULT create(REFIID iid, void** object) noexcept {
     factory->askedFor = iid;
     if (FAILED(factory->code)) return factory->code;
     ++factory->made;
-    auto* const document = new fake::Document{factory->behaviour};
-    HRESULT const code = document->QueryInterface(iid, object);
-    document->Release();
-    return code;
+    return tibxml::engine::quietly(E_OUTOFMEMORY, [&] {
+        fake::Document* made = nullptr;
+        auto const document =
+            fake::make<fake::Document, IXMLDOMDocument3>(factory->behaviour, made);
+        return document->QueryInterface(iid, object);
+    });
 }
 
 } // namespace
