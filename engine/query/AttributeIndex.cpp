@@ -21,7 +21,7 @@ AttributeIndex::AttributeIndex(SiblingRun const& run) {
 void AttributeIndex::collect(SiblingRun const& run) {
     FetchAhead ahead;
     for (tree::Node* node = run.parent->firstChild(); node != nullptr; node = node->next) {
-        ahead.passWithAttribute(node);
+        ahead.pass(node);
         if (!run.holds(node)) continue;
         if (tree::Node const* attribute = run.attributeOf(node))
             entries_.push_back({node, attribute, hashText(attribute->text()), none});
@@ -94,7 +94,7 @@ bool visitByAttribute(tree::Document& document, SiblingRun const& run, std::stri
     std::size_t passed = 0;
     std::size_t given = 0;
     for (tree::Node* node = run.parent->firstChild(); node != nullptr; node = node->next) {
-        ahead.passWithAttribute(node);
+        ahead.pass(node);
         if (!run.holds(node)) continue;
         if (++passed == AttributeIndexes::longRun) {
             if (auto const index = AttributeIndexes::noteLongWalk(document, run))

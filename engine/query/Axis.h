@@ -7,8 +7,6 @@
 #include <tree/Navigation.h>
 #include <tree/Node.h>
 
-#include "FetchAhead.h"
-
 namespace tibxml::query {
 
 enum class Axis : std::uint8_t {
@@ -43,11 +41,8 @@ namespace axis {
 
 template <class Take>
 bool siblingsFrom(tree::Node* first, Take&& take) {
-    FetchAhead ahead;
-    for (tree::Node* node = first; node != nullptr; node = node->next) {
-        ahead.pass(node);
+    for (tree::Node* node = first; node != nullptr; node = node->next)
         if (take(node)) return true;
-    }
     return false;
 }
 
