@@ -1,6 +1,8 @@
 #include "NodeOperations.h"
 
-#include <output/Serializer.h>
+#include <new>
+
+#include <output/WideXml.h>
 #include <query/QueryCache.h>
 #include <tree/Cloning.h>
 #include <tree/TextContent.h>
@@ -89,9 +91,9 @@ void setText(NodeHandle& handle, BSTR text) {
 }
 
 BSTR xmlOf(NodeHandle& handle) {
-    std::string xml;
-    output::appendXml(handle.storage(), handle.node(), xml);
-    return toBstr(xml);
+    BSTR const xml = output::xmlAsBstr(handle.storage(), handle.node());
+    if (xml == nullptr) throw std::bad_alloc{};
+    return xml;
 }
 
 IXMLDOMNodeList* selectNodes(NodeHandle& handle, BSTR expression) {

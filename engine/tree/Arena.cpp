@@ -7,12 +7,14 @@
 #include <new>
 #include <stdexcept>
 
+#include <sys/mman.h>
+
 namespace tibxml::tree {
 
 namespace {
 
 constexpr std::size_t firstNodeBlock = 32;
-constexpr std::size_t largestNodeBlock = 16384; // 1 MiB
+constexpr std::size_t largestNodeBlock = 65536; // 4 MiB
 constexpr std::size_t firstByteBlock = 1024;
 constexpr std::size_t largestByteBlock = std::size_t{1} << 20;
 constexpr std::size_t smallestText = 24;
@@ -35,6 +37,18 @@ std::size_t classHolding(std::size_t size) noexcept {
     if (size <= smallestText) return 0;
     std::size_t const within = classWithin(size);
     return classSize(within) == size ? within : within + 1;
+}
+
+// Nodes of a large document are written once and at once: without this, a good part of the time of
+// loading is the kernel handing out small pages one by one. Only the part of the block that
+// consists of whole large pages can profit; where the system has none nothing happens.
+void askForLargePages(void* block, std::size_t size) noexcept {
+    constexpr std::uintptr_t largePage = std::uintptr_t{1} << 21;
+    auto const address = reinterpret_cast<std::uintptr_t>(block);
+    std::uintptr_t const begin = (address + largePage - 1) & ~(largePage - 1);
+    std::uintptr_t const end = (address + size) & ~(largePage - 1);
+    if (begin < end)
+        ::madvise(static_cast<char*>(block) + (begin - address), end - begin, MADV_HUGEPAGE);
 }
 
 void checkLength(std::size_t length) {
@@ -61,6 +75,7 @@ void Arena::addNodeBlock() {
     std::size_t const count = std::clamp(nextNodeBlock_, firstNodeBlock, largestNodeBlock);
     nodeBlocks_.reserve(nodeBlocks_.size() + 1);
     auto* nodes = static_cast<Node*>(::operator new(count * sizeof(Node), nodeAlignment));
+    askForLargePages(nodes, count * sizeof(Node));
     nodeBlocks_.push_back(nodes);
     footprint_ += count * sizeof(Node);
     nextNode_ = nodes;
