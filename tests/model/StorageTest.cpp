@@ -4,8 +4,8 @@
 
 #include "EngineTest.h"
 
-#include <NodeHandle.h>
 #include <TibXml/platform/ComRuntime.h>
+#include <com/Footprint.h>
 
 #include <cstdlib>
 #include <deque>
@@ -37,14 +37,7 @@ public:
     WXmlNode root() const { return document().GetRootNode(); }
 
     // Bytes taken from the heap for nodes, names and texts.
-    std::size_t footprint() const {
-        void* handle = nullptr;
-        EXPECT_EQ(engine_->QueryInterface(IID_NodeHandle, &handle), S_OK);
-        auto* const node = static_cast<tibxml::com::NodeHandle*>(handle);
-        std::size_t const bytes = node->storage().arena().footprint();
-        node->Release();
-        return bytes;
-    }
+    std::size_t footprint() const { return tibxml::com::footprint(engine_); }
 
 private:
     WXmlDocPtr engine_;
