@@ -43,9 +43,10 @@ void compareAnswers(Operation& operation) {
         operation.contenders[i]->restore();
         operation.contenders[i]->run();
         answers[i] = operation.contenders[i]->answer();
-        if (answers[i] != answers[0])
+        if (answers[i] != answers[0]) {
             throw std::runtime_error{operation.name + ": " + libraryNames[i] +
                                      " gives another answer than " + libraryNames[0]};
+        }
     }
 }
 

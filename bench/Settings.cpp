@@ -77,6 +77,7 @@ std::string narrowed(wchar_t const* wide, std::size_t size) {
     std::string utf8;
     utf8.reserve(size + size / 8);
     for (wchar_t const* const end = wide + size; wide != end; ++wide) {
+        // NOLINTNEXTLINE(bugprone-signed-char-misuse): a wide character is never negative
         auto const code = static_cast<unsigned>(*wide);
         unsigned const more = code < 0x80 ? 0 : code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
         utf8 += static_cast<char>(leads[more] | code >> (6 * more));

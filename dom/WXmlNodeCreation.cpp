@@ -93,8 +93,7 @@ WXmlNode WXmlNode::CreateChild(wchar_t const* name, wchar_t const* namespaceURI)
     std::wstring_view const text = name != nullptr ? std::wstring_view{name} : std::wstring_view{};
     if (isPlainName(text)) return AppendElement(EngineString{text}, namespaceURI);
     WXPath const step = WXPath{name}.GetLeaf();
-    WXmlNode const element =
-        AppendElement(EngineString{withoutClauses(step).ToString()}, namespaceURI);
+    WXmlNode element = AppendElement(EngineString{withoutClauses(step).ToString()}, namespaceURI);
     setAttributesFromClauses(element, step);
     return element;
 }
@@ -107,10 +106,7 @@ WXmlNode WXmlNode::AppendElement(EngineString const& name, wchar_t const* namesp
 }
 
 WXmlNode WXmlNode::EnsureDescendantExists(WXPath const& path) noexcept {
-    return quietly(WXmlNode{}, [&] {
-        CString const text = path.ToString();
-        return EnsureSteps(text.view());
-    });
+    return quietly(WXmlNode{}, [&] { return EnsureSteps(path.ToString().view()); });
 }
 
 // Each turn makes the steps up to the next "/" exist and goes on from there: a loop, because a path

@@ -93,6 +93,7 @@ WXmlNode WXmlNode::Clone(bool deep) const {
     return copy;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a handle of its own, as the callers know it
 void WXmlNode::CopyAttributeFrom(WXmlNode source, wchar_t const* name,
                                  wchar_t const* defaultValue) {
     CString const unchanged{defaultValue};

@@ -84,9 +84,10 @@ public:
 
 private:
     static int valueOf(xmlNode const& item) {
-        for (xmlNode const* child = item.children; child != nullptr; child = child->next)
+        for (xmlNode const* child = item.children; child != nullptr; child = child->next) {
             if (xmlStrEqual(child->name, reinterpret_cast<xmlChar const*>("value")) != 0)
                 return std::atoi(reinterpret_cast<char const*>(child->children->content));
+        }
         throw std::runtime_error{"an item without value"};
     }
 

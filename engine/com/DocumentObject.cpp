@@ -26,6 +26,7 @@ DocumentObject::~DocumentObject() {
 
 HRESULT DocumentObject::create(REFIID iid, void** object) noexcept {
     return guarded(IID_IUnknown, [&] {
+        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): guarded() handles it
         auto const document = ComPtr<DocumentObject>::adopt(new DocumentObject);
         return document->QueryInterface(iid, object);
     });
@@ -112,6 +113,7 @@ HRESULT DocumentObject::save(VARIANT destination) noexcept {
 
 HRESULT DocumentObject::get_parseError(IXMLDOMParseError** error) noexcept {
     return reply(IID_IXMLDOMDocument, error, [&] {
+        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): reply() handles it
         return new ParseErrorObject{parseError_, loadedPath_};
     });
 }

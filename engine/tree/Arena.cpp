@@ -67,8 +67,11 @@ Arena::~Arena() {
         ::operator delete(nodes, nodeAlignment);
     for (char* bytes : byteBlocks_)
         ::operator delete(bytes);
-    while (hugeTexts_ != nullptr)
-        freeHugeText(reinterpret_cast<char*>(hugeTexts_ + 1));
+    for (HugeText* text = hugeTexts_; text != nullptr;) {
+        HugeText* const following = text->next;
+        ::operator delete(text);
+        text = following;
+    }
 }
 
 void Arena::addNodeBlock() {

@@ -37,7 +37,7 @@ bool declaresNamespace(std::string_view prefix, std::string_view local) noexcept
 } // namespace
 
 NameTable::~NameTable() {
-    ::operator delete(buckets_);
+    delete[] buckets_;
 }
 
 Name* NameTable::intern(std::string_view prefix, std::string_view local, std::string_view uri) {
@@ -90,8 +90,7 @@ Name const* NameTable::findExpanded(std::string_view local, std::string_view uri
 
 void NameTable::grow() {
     std::size_t const count = bucketCount_ == 0 ? firstBucketCount : bucketCount_ * 2;
-    auto** buckets = static_cast<Name**>(::operator new(count * sizeof(Name*)));
-    std::memset(buckets, 0, count * sizeof(Name*));
+    auto** const buckets = new Name* [count] {};
     for (std::size_t i = 0; i != bucketCount_; ++i) {
         for (Name* n = buckets_[i]; n != nullptr;) {
             Name* const following = n->nextInBucket;
@@ -101,7 +100,7 @@ void NameTable::grow() {
             n = following;
         }
     }
-    ::operator delete(buckets_);
+    delete[] buckets_;
     buckets_ = buckets;
     bucketCount_ = count;
 }

@@ -32,11 +32,13 @@ bool inStartRanges(std::uint32_t c) noexcept {
 } // namespace
 
 bool isNameStart(wchar_t character) noexcept {
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse): a wide character is never negative
     auto const c = static_cast<std::uint32_t>(character);
     return c < 0x80 ? isAsciiLetter(c) || c == '_' : inStartRanges(c);
 }
 
 bool isNamePart(wchar_t character) noexcept {
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse): a wide character is never negative
     auto const c = static_cast<std::uint32_t>(character);
     if (c < 0x80) return isAsciiLetter(c) || isDigit(c) || c == '_' || c == '-' || c == '.';
     return inStartRanges(c) || c == 0xB7 || (c >= 0x300 && c <= 0x36F) || c == 0x203F ||

@@ -28,11 +28,11 @@ class WXmlNodeList;
 class TIBXML_API WXmlCompositeNode {
 public:
     /// The documents are referred to, not copied. The path is normalised (`WXPath::Normalize`).
-    WXmlCompositeNode(WXmlDoc& readOnly, WXmlDoc& readWrite, WXPath const& path);
+    WXmlCompositeNode(WXmlDoc& readOnly, WXmlDoc& readWrite, WXPath const& element);
 
     /// With a second path at which the read-only document is searched when it has nothing at the
     /// first.
-    WXmlCompositeNode(WXmlDoc& readOnly, WXmlDoc& readWrite, WXPath const& path,
+    WXmlCompositeNode(WXmlDoc& readOnly, WXmlDoc& readWrite, WXPath const& element,
                       WXPath alternative);
 
     /// The copy refers to the same documents and searches them itself.
@@ -69,9 +69,9 @@ public:
     /// Whether a path, counted from the element, selects something in the read-write document or
     /// else in the defaults, and what. `GetNodes` asks the defaults only if the read-write document
     /// does not have the element at all or `fallBack` is true. False when anything fails.
-    bool DoesNodeExist(WXPath const& path) const noexcept;
-    bool GetNode(WXPath const& path, WXmlNode& node) const noexcept;
-    bool GetNodes(WXPath const& path, WXmlNodeList& nodes, bool fallBack) const noexcept;
+    bool DoesNodeExist(WXPath const& wanted) const noexcept;
+    bool GetNode(WXPath const& wanted, WXmlNode& node) const noexcept;
+    bool GetNodes(WXPath const& wanted, WXmlNodeList& nodes, bool fallBack) const noexcept;
 
     /// Takes the element out of the read-write document, so that the defaults show again. Nothing
     /// happens when it is not there.
@@ -87,8 +87,8 @@ private:
     void InitializeReadWriteNode() const;
     bool IsCustomizable() const;
     bool CreateCopy(bool copyParent) const;
-    bool Clone(WXmlDoc& document, WXmlNode const& node, WXPath const& path) const;
-    void CreateXPath(WXmlNode& node, WXPath const& path) const;
+    bool Clone(WXmlDoc& document, WXmlNode const& node, WXPath const& target) const;
+    void CreateXPath(WXmlNode& node, WXPath const& steps) const;
 
     // What the searches found; const functions fill them.
     mutable std::unique_ptr<WXmlNode> readOnlyNode;

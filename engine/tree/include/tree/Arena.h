@@ -55,7 +55,7 @@ public:
     // text of about that length.
     TextBlock newRecyclableText(std::size_t length);
 
-    void freeText(TextBlock block) noexcept;
+    void freeText(TextBlock text) noexcept;
 
     // Aligned storage that lives as long as the arena.
     void* newPermanent(std::size_t size, std::size_t alignment);
