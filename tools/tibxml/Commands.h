@@ -18,8 +18,17 @@ using Task = std::function<ExitStatus()>;
 using AddCommand = void(CLI::App& program, Task& task);
 
 // Every command is one file, and its name here.
-AddCommand addCheck, addQuery, addGet, addPath;
+AddCommand addCheck;
+AddCommand addQuery;
+AddCommand addGet;
+AddCommand addPath;
 
-inline constexpr AddCommand* allCommands[] = {addCheck, addQuery, addGet, addPath};
+// In the order of the program's help.
+inline constexpr AddCommand* allCommands[] = {
+    addCheck, //
+    addQuery, //
+    addGet,   //
+    addPath,  //
+};
 
 } // namespace tibxml::tool
