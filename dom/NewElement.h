@@ -11,9 +11,10 @@ template <class Document>
 WXmlNodePtr newElement(EnginePtr<Document> const& document, engine::EngineString const& name,
                        wchar_t const* namespaceURI) {
     WXmlNodePtr element;
-    CString const space{namespaceURI}; // null is no namespace
+    // Null is no namespace.
+    engine::EngineString const space{namespaceURI != nullptr ? namespaceURI : L""};
     engine::invoke(document, &IXMLDOMDocument::createNode, _variant_t{int{NODE_ELEMENT}, VT_INT},
-                   name.get(), engine::EngineString{space}.get(), element.GetAddress());
+                   name.get(), space.get(), element.GetAddress());
     return element;
 }
 

@@ -66,17 +66,11 @@ wchar_t decimalSeparator() noexcept {
     return length > 0 && length <= std::strlen(separator) ? character : L'.';
 }
 
-template <std::size_t Capacity>
-void appendAscii(NumberText<Capacity>& text, char const* from, char const* end) noexcept {
-    for (; from != end; ++from)
-        text.append(static_cast<wchar_t>(*from));
-}
-
 template <class Integer>
 IntegerText decimal(Integer number) noexcept {
     std::array<char, 20> digits; // NOLINT(*-member-init): to_chars fills it
     IntegerText text;
-    appendAscii(text, digits.data(),
+    text.append(digits.data(),
                 std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr);
     return text;
 }

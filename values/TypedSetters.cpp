@@ -1,5 +1,3 @@
-#include "TextOfTarget.h"
-
 #include <TibXml/WXmlValueAccessor.h>
 #include <TibXml/platform/WideNumber.h>
 #include <TibXml/tibutils/String.h>
@@ -16,11 +14,6 @@ namespace {
 
 using GeometryText = NumberText<4 * 11 + 3>; ///< four numbers and the commas between them
 
-void write(WXmlNodePtr const& target, EngineString const& text, wchar_t const* typeName) {
-    if (!target) throw WXmlValueTypeNotFoundException{typeName};
-    tibxml::values::setTextOf(target, text);
-}
-
 void append(GeometryText& text, LONG number) noexcept {
     IntegerText const digits = integerText(number);
     for (wchar_t const digit : digits.view()) {
@@ -29,14 +22,14 @@ void append(GeometryText& text, LONG number) noexcept {
 }
 
 /// Points and sizes have one form, and one name when they cannot be written.
-void writePair(WXmlNodePtr const& target, LONG first, LONG second) {
+EngineString pairText(LONG first, LONG second) {
     GeometryText text;
     text.append(L'(');
     append(text, first);
     text.append(L',');
     append(text, second);
     text.append(L')');
-    write(target, EngineString{text.view()}, L"rect");
+    return EngineString{text.view()};
 }
 
 bool equal(wchar_t const* left, wchar_t const* right) noexcept {
@@ -46,35 +39,35 @@ bool equal(wchar_t const* left, wchar_t const* right) noexcept {
 } // namespace
 
 void WXmlValueAccessor::SetBool(bool value) {
-    write(GetNodeForWriting(), EngineString{value ? L"true" : L"false"}, L"bool");
+    Write(EngineString{value ? L"true" : L"false"}, L"bool");
 }
 
 void WXmlValueAccessor::SetInt(int value) {
-    write(GetNodeForWriting(), EngineString{integerText(value).view()}, L"int");
+    Write(EngineString{integerText(value).view()}, L"int");
 }
 
 void WXmlValueAccessor::SetIntPtr(__int64 value) {
-    write(GetNodeForWriting(), EngineString{integerText(value).view()}, L"intptr");
+    Write(EngineString{integerText(value).view()}, L"intptr");
 }
 
 void WXmlValueAccessor::SetUIntPtr(unsigned long long value) {
-    write(GetNodeForWriting(), EngineString{TibUtils::String::ToStringW(value)}, L"uintptr_t");
+    Write(EngineString{TibUtils::String::ToStringW(value)}, L"uintptr_t");
 }
 
 void WXmlValueAccessor::SetDouble(double value) {
-    write(GetNodeForWriting(), EngineString{doubleText(value).view()}, L"double");
+    Write(EngineString{doubleText(value).view()}, L"double");
 }
 
 void WXmlValueAccessor::SetString(wchar_t const* value) {
-    write(GetNodeForWriting(), EngineString{value}, L"string");
+    Write(EngineString{value}, L"string");
 }
 
 void WXmlValueAccessor::SetPoint(CPoint value) {
-    writePair(GetNodeForWriting(), value.x, value.y);
+    Write(pairText(value.x, value.y), L"rect");
 }
 
 void WXmlValueAccessor::SetSize(CSize value) {
-    writePair(GetNodeForWriting(), value.cx, value.cy);
+    Write(pairText(value.cx, value.cy), L"rect");
 }
 
 void WXmlValueAccessor::SetRect(CRect value) {
@@ -84,7 +77,7 @@ void WXmlValueAccessor::SetRect(CRect value) {
         text.append(L',');
         append(text, number);
     }
-    write(GetNodeForWriting(), EngineString{text.view()}, L"rect");
+    Write(EngineString{text.view()}, L"rect");
 }
 
 void WXmlValueAccessor::SetBool(bool value, bool defaultValue) {

@@ -11,16 +11,17 @@ using tibxml::engine::quietly;
 using tibxml::values::setTextOf;
 using tibxml::values::textOf;
 
+WXmlValueAccessor::Target WXmlValueAccessor::targetOf(wchar_t const* selector) noexcept {
+    if (selector == nullptr || selector[0] == L'\0') return Target::nothing;
+    return selector[0] == L'.' && selector[1] == L'\0' ? Target::node : Target::attribute;
+}
+
 WXmlValueAccessor::WXmlValueAccessor() noexcept : target_{Target::nothing} {}
 
 WXmlValueAccessor::WXmlValueAccessor(WXmlNodePtr const& node, wchar_t const* selector)
     : node_{node},
-      target_{Target::nothing} {
-    if (selector == nullptr || selector[0] == L'\0') return;
-    bool const isNode = selector[0] == L'.' && selector[1] == L'\0';
-    target_ = isNode ? Target::node : Target::attribute;
-    if (!isNode) attributeName_ = selector + 1;
-}
+      attributeName_{selector != nullptr && selector[0] != L'\0' ? selector + 1 : nullptr},
+      target_{targetOf(selector)} {}
 
 WXmlValueAccessor::WXmlValueAccessor(WXmlValueAccessor const& other) = default;
 
@@ -41,7 +42,7 @@ WXmlValueAccessor::~WXmlValueAccessor() = default;
 
 void WXmlValueAccessor::Swap(WXmlValueAccessor& other) noexcept {
     node_.Swap(other.node_);
-    attributeName_.Swap(other.attributeName_);
+    std::swap(attributeName_, other.attributeName_);
     std::swap(target_, other.target_);
 }
 
@@ -64,7 +65,7 @@ void WXmlValueAccessor::Delete() noexcept {
     quietly(S_OK, [this] {
         auto const attributes = objectFrom(node_, &IXMLDOMNode::get_attributes);
         WXmlNodePtr removed;
-        return invoke(attributes, &IXMLDOMNamedNodeMap::removeNamedItem,
-                      EngineString{attributeName_}.get(), removed.GetAddress());
+        return invoke(attributes, &IXMLDOMNamedNodeMap::removeNamedItem, attributeName_.get(),
+                      removed.GetAddress());
     });
 }

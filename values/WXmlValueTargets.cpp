@@ -30,23 +30,38 @@ WXmlNodePtr addAttribute(WXmlNodePtr const& node, EngineString const& name) {
     return attribute;
 }
 
+/// Gives an element's attribute a text in one call, which most writes are. False when that did not
+/// work out for whatever reason: going step by step tells which.
+bool setAttribute(WXmlNodePtr const& node, EngineString const& name, EngineString const& text) {
+    auto const element = interfaceOf<IXMLDOMElement>(node);
+    VARIANT value{};
+    value.vt = VT_BSTR;
+    value.bstrVal = text.get();
+    return element && element->setAttribute(name.get(), value) == S_OK;
+}
+
 } // namespace
 
 WXmlNodePtr WXmlValueAccessor::GetNodeForReading() const noexcept {
     if (!node_ || target_ == Target::nothing) return {};
     if (target_ == Target::node) return node_;
-    return quietly(WXmlNodePtr{},
-                   [this] { return findAttribute(node_, EngineString{attributeName_}); });
+    return quietly(WXmlNodePtr{}, [this] { return findAttribute(node_, attributeName_); });
 }
 
 WXmlNodePtr WXmlValueAccessor::GetNodeForWriting() noexcept {
     if (!node_ || target_ == Target::nothing) return {};
     if (target_ == Target::node) return node_;
     return quietly(WXmlNodePtr{}, [this] {
-        EngineString const name{attributeName_};
-        WXmlNodePtr const found = findAttribute(node_, name);
-        return found ? found : addAttribute(node_, name);
+        WXmlNodePtr const found = findAttribute(node_, attributeName_);
+        return found ? found : addAttribute(node_, attributeName_);
     });
+}
+
+void WXmlValueAccessor::Write(EngineString const& text, wchar_t const* typeName) {
+    if (target_ == Target::attribute && setAttribute(node_, attributeName_, text)) return;
+    WXmlNodePtr const target = GetNodeForWriting();
+    if (!target) throw WXmlValueTypeNotFoundException{typeName};
+    tibxml::values::setTextOf(target, text);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the target is handed over

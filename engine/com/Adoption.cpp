@@ -58,11 +58,12 @@ Objects objectsOf(Moves const& moves, DocumentObject& owner, tree::Document& tar
     return objects;
 }
 
-// Everything about a move that may fail but for the copying: the copy is destroyed then.
+// Everything about a move that may fail but for the copying: the copy is destroyed then. The top
+// has a handle, which needs no entry.
 void prepare(tree::Document& source, tree::Node* copy, Moves const& moves, DocumentObject& owner,
              tree::Document& target) {
     try {
-        target.detachedHandles[copy] = moves.handles.size();
+        if (moves.handles.size() > 1) target.detachedHandles[copy] = moves.handles.size() - 1;
         if (source.pins == 0) return;
         Objects objects = objectsOf(moves, owner, target);
         source.movedAway.reserve(source.movedAway.size() + objects.size());
@@ -76,8 +77,7 @@ void prepare(tree::Document& source, tree::Node* copy, Moves const& moves, Docum
 
 } // namespace
 
-void adopt(DocumentObject& owner, tree::Document& storage, NodeHandle& handle) {
-    if (&handle.storage() == &storage) return;
+void adoptForeign(DocumentObject& owner, tree::Document& storage, NodeHandle& handle) {
     tree::DocumentRef const source{&handle.storage()};
     tree::Node* const original = handle.node();
     Moves moves{source->pins != 0};

@@ -1,28 +1,44 @@
 #include "AttributeMap.h"
 
-#include <TibXml/platform/Utf.h>
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
 
 #include "Adoption.h"
 #include "DeclarationRules.h"
 #include "Failure.h"
+#include "NodeFactory.h"
+#include "SetText.h"
 #include "Text.h"
 
 namespace tibxml::com {
 
+namespace {
+
+// The attribute whose place an attribute of this name would take, null when it would be a new one.
+// Throws Failure when the element cannot have it.
+tree::Node* placeFor(tree::Node* element, tree::Node const* attribute, tree::Name const* name) {
+    if (name->declaresNamespace) checkDeclaration(element, attribute, attribute->text());
+    tree::Node* const old = tree::findAttribute(element, name->qualified);
+    tree::Node* const same = tree::findAttribute(element, name->expanded);
+    if (same != nullptr && same != old)
+        throw Failure{E_FAIL, "the element has this attribute under another prefix"};
+    return old;
+}
+
+} // namespace
+
 tree::Node* AttributeMap::find(BSTR name) const {
+    std::wstring_view const wide = viewOf(name);
+    if (tree::Name const* const plain = element_.storage().names().findPlain(wide))
+        return tree::findAttribute(element_.node(), plain->expanded);
+    XmlText const qualified{wide};
     // What XML cannot hold is nobody's name.
-    std::wstring_view const wanted = viewOf(name);
-    if (!isXmlText(wanted)) return nullptr;
-    std::string qualified;
-    platform::appendUtf8(qualified, wanted);
-    return tree::findAttribute(element_->node(), qualified);
+    return qualified.isValid() ? tree::findAttribute(element_.node(), qualified.view()) : nullptr;
 }
 
 HRESULT AttributeMap::getNamedItem(BSTR name, IXMLDOMNode** attribute) noexcept {
     return replyObject(IID_IXMLDOMNamedNodeMap, attribute,
-                       [&] { return wrapBeside(*element_, find(name)); });
+                       [&] { return wrapBeside(element_, find(name)); });
 }
 
 HRESULT AttributeMap::setNamedItem(IXMLDOMNode* attribute, IXMLDOMNode** result) noexcept {
@@ -37,23 +53,44 @@ HRESULT AttributeMap::setNamedItem(IXMLDOMNode* attribute, IXMLDOMNode** result)
 }
 
 void AttributeMap::attach(NodeHandle& handle) {
-    tree::Document& document = element_->storage();
-    tree::Node* const element = element_->node();
+    tree::Document& document = element_.storage();
     if (!handle.node()->is(tree::NodeKind::attribute))
         throw Failure{E_FAIL, "the node is no attribute"};
-    if (handle.node()->parent == element) return;
-    tree::Name* const name = nameAt(document, element, handle.node()->name);
-    if (name->declaresNamespace) checkDeclaration(element, handle.node(), handle.node()->text());
-    tree::Node* const old = tree::findAttribute(element, name->qualified);
-    tree::Node* const same =
-        tree::findAttribute(element, document.names().findExpanded(name->local, name->uri));
-    if (same != nullptr && same != old)
-        throw Failure{E_FAIL, "the element has this attribute under another prefix"};
+    if (handle.node()->parent == element_.node()) return;
+    tree::Name* const name = nameAt(document, element_.node(), handle);
+    tree::Node* const old = placeFor(element_.node(), handle.node(), name);
     tree::Removal replaced{document, old};
-    adopt(element_->owner(), document, handle);
-    tree::move(document, handle.node(), element, old);
+    adopt(element_.owner(), document, handle);
+    tree::move(document, handle.node(), element_.node(), old);
     handle.node()->name = name;
     replaced.run();
+}
+
+void AttributeMap::setValue(BSTR name, std::string_view value) {
+    tree::Document& document = element_.storage();
+    if (tree::Node* const attribute = find(name)) return setContent(document, attribute, value);
+    std::wstring_view const wide = viewOf(name);
+    if (tree::Name* const plain = document.names().findPlain(wide)) {
+        // Nothing can speak against a name without prefix that the element does not have.
+        tree::appendAttribute(document, element_.node(),
+                              tree::newAttribute(document, plain, value));
+    } else {
+        add(wide, value);
+    }
+}
+
+void AttributeMap::add(std::wstring_view qualifiedName, std::string_view value) {
+    tree::Document& document = element_.storage();
+    tree::Name* const name =
+        resolvedAt(document, element_.node(), internName(document, qualifiedName, {}));
+    tree::Node* const attribute = tree::newAttribute(document, name, value);
+    try {
+        placeFor(element_.node(), attribute, name);
+    } catch (...) {
+        tree::destroy(document, attribute);
+        throw;
+    }
+    tree::appendAttribute(document, element_.node(), attribute);
 }
 
 HRESULT AttributeMap::removeNamedItem(BSTR name, IXMLDOMNode** result) noexcept {
@@ -62,8 +99,8 @@ HRESULT AttributeMap::removeNamedItem(BSTR name, IXMLDOMNode** result) noexcept 
         tree::Node* const attribute = find(name);
         if (attribute == nullptr) return S_FALSE;
         auto const handed = ComPtr<IXMLDOMNode>::adopt(
-            result != nullptr ? wrapBeside(*element_, attribute) : nullptr);
-        tree::remove(element_->storage(), attribute);
+            result != nullptr ? wrapBeside(element_, attribute) : nullptr);
+        tree::remove(element_.storage(), attribute);
         if (handed) *result = ComPtr<IXMLDOMNode>{handed}.detach();
         return S_OK;
     });
@@ -71,14 +108,14 @@ HRESULT AttributeMap::removeNamedItem(BSTR name, IXMLDOMNode** result) noexcept 
 
 HRESULT AttributeMap::get_item(LONG index, IXMLDOMNode** attribute) noexcept {
     return replyObject(IID_IXMLDOMNamedNodeMap, attribute, [&] {
-        tree::Node* const first = element_->node()->firstAttribute();
-        return wrapBeside(*element_, attributes_.at(element_->storage(), first, index));
+        tree::Node* const first = element_.node()->firstAttribute();
+        return wrapBeside(element_, attributes_.at(element_.storage(), first, index));
     });
 }
 
 HRESULT AttributeMap::get_length(LONG* length) noexcept {
     return reply(IID_IXMLDOMNamedNodeMap, length, [&] {
-        return attributes_.count(element_->storage(), element_->node()->firstAttribute());
+        return attributes_.count(element_.storage(), element_.node()->firstAttribute());
     });
 }
 

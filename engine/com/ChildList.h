@@ -5,6 +5,8 @@
 #include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/ErrorInfo.h>
 
+#include <com/LiveObjects.h>
+
 #include "ComPtr.h"
 #include "NodeHandle.h"
 #include "SiblingCursor.h"

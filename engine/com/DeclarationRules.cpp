@@ -10,13 +10,8 @@ namespace tibxml::com {
 
 namespace {
 
-// A prefix whose namespace was left open takes any.
-bool isOpen(tree::Name const& name) noexcept {
-    return !name.prefix.empty() && name.uri.empty();
-}
-
 bool contradicts(tree::Name const& name, std::string_view prefix, std::string_view uri) noexcept {
-    return name.prefix == prefix && name.uri != uri && !isOpen(name);
+    return name.prefix == prefix && name.uri != uri && !isUnresolved(name);
 }
 
 bool isReserved(std::string_view prefix, std::string_view uri) noexcept {
@@ -25,6 +20,10 @@ bool isReserved(std::string_view prefix, std::string_view uri) noexcept {
 }
 
 } // namespace
+
+bool isUnresolved(tree::Name const& name) noexcept {
+    return !name.prefix.empty() && name.uri.empty();
+}
 
 void checkDeclaration(tree::Node const* element, tree::Node const* declaration,
                       std::string_view value) {
@@ -39,14 +38,20 @@ void checkDeclaration(tree::Node const* element, tree::Node const* declaration,
     if (clash) throw Failure{E_FAIL, "the element's own names need another namespace"};
 }
 
-tree::Name* nameAt(tree::Document& document, tree::Node const* element, tree::Name* name) {
-    std::string_view uri = name->uri;
-    if (isOpen(*name)) {
-        uri = tree::namespaceAt(element, name->prefix).value_or(std::string_view{});
-        if (uri.empty())
-            throw Failure{E_FAIL, "the prefix '" + std::string{name->prefix} + "' is not declared"};
-    }
-    return document.names().intern(name->prefix, name->local, uri);
+tree::Name* resolvedAt(tree::Document& document, tree::Node const* element, tree::Name* name) {
+    if (!isUnresolved(*name)) return name;
+    auto const uri = tree::namespaceAt(element, name->prefix);
+    if (!uri.has_value() || uri->empty())
+        throw Failure{E_FAIL, "the prefix '" + std::string{name->prefix} + "' is not declared"};
+    return document.names().intern(name->prefix, name->local, *uri);
+}
+
+tree::Name* nameAt(tree::Document& document, tree::Node const* element, NodeHandle const& node) {
+    tree::Name* const name = node.node()->name;
+    bool const isForeign = &document != &node.storage();
+    return resolvedAt(document, element,
+                      isForeign ? document.names().intern(name->prefix, name->local, name->uri)
+                                : name);
 }
 
 } // namespace tibxml::com

@@ -13,9 +13,15 @@ namespace tibxml::com {
 void checkDeclaration(tree::Node const* element, tree::Node const* declaration,
                       std::string_view value);
 
-// The name for a node at an element, as a record of the element's document: its own, or, for a
-// prefix whose namespace was left open, the one with the namespace that the prefix has there (at
-// none, for a null element). Throws Failure (E_FAIL) when it has none, std::bad_alloc.
-tree::Name* nameAt(tree::Document& document, tree::Node const* element, tree::Name* name);
+// A prefix whose namespace was left open takes the one that it has where the node is put.
+bool isUnresolved(tree::Name const& name) noexcept;
+
+// The name of the document's that a name stands for at an element: itself, or, when it is
+// unresolved, the one with the namespace that the prefix has there (at none, for a null element).
+// Throws Failure (E_FAIL) when it has none, std::bad_alloc.
+tree::Name* resolvedAt(tree::Document& document, tree::Node const* element, tree::Name* name);
+
+// The same for the name of a node, which may belong to another document.
+tree::Name* nameAt(tree::Document& document, tree::Node const* element, NodeHandle const& node);
 
 } // namespace tibxml::com

@@ -3,12 +3,17 @@
 
 #include <TibXml/engine/IXMLDOMDocument.h>
 
+#include <com/LiveObjects.h>
 #include <query/Namespaces.h>
 #include <reader/Reader.h>
 
+#include "BlockPool.h"
 #include "NodeObject.h"
 
 namespace tibxml::com {
+
+// Where the objects for a document's nodes have their memory; each is as large as the largest kind.
+using NodeObjectPool = BlockPool<136>;
 
 class DocumentObject final : public NodeObject<IXMLDOMDocument3> {
 public:
@@ -17,6 +22,8 @@ public:
 
     // What CoCreateInstance calls.
     static HRESULT create(REFIID iid, void** object) noexcept;
+
+    NodeObjectPool& nodeObjects() noexcept { return nodeObjects_; }
 
     // The prefixes that queries from this document's nodes may use.
     query::Namespaces const& selectionNamespaces() const noexcept { return namespaces_; }
@@ -54,6 +61,8 @@ private:
     bool loadFrom(VARIANT const& source, reader::ReadError& error);
     void setNamespaces(VARIANT const& value);
 
+    LiveObject live_;
+    NodeObjectPool nodeObjects_;
     query::Namespaces namespaces_;
     reader::ReadError parseError_;
     std::string loadedPath_;

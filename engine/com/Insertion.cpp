@@ -41,11 +41,16 @@ void checkTopLevel(tree::Node const* document, tree::Node const* child, tree::No
           "nothing can stand before the XML declaration");
 }
 
+// Most nodes that are put somewhere have no children: then nobody has to climb to the top.
+bool isWithin(tree::Node const* node, tree::Node const* ancestor) noexcept {
+    return ancestor->firstChild() == nullptr ? node == ancestor : tree::isInSubtree(node, ancestor);
+}
+
 void checkPlace(tree::Node const* parent, tree::Node const* child, tree::Node const* before) {
     check(parent->hasChildList(), "the node cannot have children");
     check(!child->is(NodeKind::attribute) && !child->is(NodeKind::document),
           "attributes and documents cannot be children");
-    check(!tree::isInSubtree(parent, child), "a node cannot be put into itself");
+    check(!isWithin(parent, child), "a node cannot be put into itself");
     if (parent->is(NodeKind::document)) {
         checkTopLevel(parent, child, before);
     } else {
@@ -55,11 +60,12 @@ void checkPlace(tree::Node const* parent, tree::Node const* child, tree::Node co
 
 // The name that a child will have below a parent, as a record of the parent's document. Its own
 // declarations come first.
-tree::Name* nameBelow(NodeHandle& parent, tree::Node const* child) {
-    if (child->name == nullptr) return nullptr;
-    tree::Name* const name = child->name;
-    bool const declaresItself = tree::namespaceAt(child, name->prefix).has_value();
-    return nameAt(parent.storage(), declaresItself ? child : parent.node(), name);
+tree::Name* nameBelow(NodeHandle& parent, NodeHandle const& child) {
+    tree::Name const* const name = child.node()->name;
+    if (name == nullptr) return nullptr;
+    bool const declaresItself =
+        isUnresolved(*name) && tree::namespaceAt(child.node(), name->prefix).has_value();
+    return nameAt(parent.storage(), declaresItself ? child.node() : parent.node(), child);
 }
 
 // The checks are done: the rest changes the tree. Another node may be replaced.
@@ -81,7 +87,7 @@ void insertChild(NodeHandle& parent, NodeHandle& child, NodeHandle const* before
         throw Failure{E_INVALIDARG, "the reference is no child of the node"};
     if (reference == child.node()) return;
     checkPlace(parent.node(), child.node(), reference);
-    place(parent, child, nameBelow(parent, child.node()), reference);
+    place(parent, child, nameBelow(parent, child), reference);
 }
 
 void removeChild(NodeHandle& parent, NodeHandle& child) {
@@ -95,7 +101,7 @@ void setRoot(NodeHandle& document, NodeHandle& element) {
     check(element.node()->is(NodeKind::element), "only an element can be the root");
     tree::Node* const old = document.storage().documentElement();
     if (old == element.node()) return;
-    place(document, element, nameBelow(document, element.node()), old, old);
+    place(document, element, nameBelow(document, element), old, old);
 }
 
 ComPtr<NodeHandle> referenceIn(VARIANT const& value) {

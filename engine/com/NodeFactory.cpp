@@ -19,27 +19,27 @@ bool isNcName(std::wstring_view name) noexcept {
            std::all_of(name.begin(), name.end(), tree::isNamePart);
 }
 
-std::string narrow(std::wstring_view text) {
+bool isQName(std::wstring_view name) noexcept {
+    std::size_t const colon = name.find(L':');
+    if (colon == std::wstring_view::npos) return isNcName(name);
+    return isNcName(name.substr(0, colon)) && isNcName(name.substr(colon + 1));
+}
+
+Failure refused(std::wstring_view name, char const* reason) {
     std::string utf8;
-    if (!platform::appendUtf8(utf8, text)) throw Failure{E_FAIL, "a name holds no Unicode text"};
-    return utf8;
+    if (!platform::appendUtf8(utf8, name)) return {E_FAIL, "a name holds no Unicode text"};
+    return {E_FAIL, "'" + utf8 + "' " + reason};
 }
 
 struct QualifiedName {
-    std::string prefix;
-    std::string local;
+    std::string_view prefix;
+    std::string_view local;
 };
 
-QualifiedName split(std::wstring_view name) {
-    std::size_t const colon = name.find(L':');
-    std::wstring_view const prefix =
-        colon == std::wstring_view::npos ? std::wstring_view{} : name.substr(0, colon);
-    std::wstring_view const local =
-        colon == std::wstring_view::npos ? name : name.substr(colon + 1);
-    bool const hasPrefix = colon != std::wstring_view::npos;
-    if (!isNcName(local) || (hasPrefix && !isNcName(prefix)))
-        throw Failure{E_FAIL, "'" + narrow(name) + "' is not a name"};
-    return {narrow(prefix), narrow(local)};
+QualifiedName split(std::string_view name) noexcept {
+    std::size_t const colon = name.find(':');
+    if (colon == std::string_view::npos) return {{}, name};
+    return {name.substr(0, colon), name.substr(colon + 1)};
 }
 
 // The namespace that a name has by itself, if it has one.
@@ -57,22 +57,32 @@ void checkReserved(QualifiedName const& name, std::string_view uri) {
         throw Failure{E_FAIL, "the prefix and the namespace do not belong together"};
 }
 
+bool isReservedTarget(std::string_view name) noexcept {
+    return name.size() == 3 && (name[0] | 0x20) == 'x' && (name[1] | 0x20) == 'm' &&
+           (name[2] | 0x20) == 'l';
+}
+
 tree::Node* newInstruction(tree::Document& document, std::wstring_view target) {
-    std::string const name = narrow(target);
-    bool const reserved = name.size() == 3 && (name[0] | 0x20) == 'x' && (name[1] | 0x20) == 'm' &&
-                          (name[2] | 0x20) == 'l';
-    if (!isNcName(target) || reserved) throw Failure{E_FAIL, "'" + name + "' is not a target"};
-    return tree::newProcessingInstruction(document, document.names().intern({}, name, {}), {});
+    XmlText const name{target};
+    if (!isNcName(target) || isReservedTarget(name.view()))
+        throw refused(target, "is not a target");
+    return tree::newProcessingInstruction(document, document.names().intern({}, name.view(), {}),
+                                          {});
 }
 
 } // namespace
 
 tree::Name* internName(tree::Document& document, std::wstring_view qualifiedName,
                        std::wstring_view namespaceUri) {
-    QualifiedName const name = split(qualifiedName);
-    if (!isXmlText(namespaceUri)) throw Failure{E_FAIL, "a namespace holds no XML text"};
-    std::string uri = narrow(namespaceUri);
-    if (uri.empty()) uri = fixedNamespace(name);
+    if (namespaceUri.empty()) {
+        if (tree::Name* const known = document.names().findPlain(qualifiedName)) return known;
+    }
+    if (!isQName(qualifiedName)) throw refused(qualifiedName, "is not a name");
+    XmlText const text{qualifiedName};
+    XmlText const space{namespaceUri};
+    if (!space.isValid()) throw Failure{E_FAIL, "a namespace holds no XML text"};
+    QualifiedName const name = split(text.view());
+    std::string_view const uri = space.view().empty() ? fixedNamespace(name) : space.view();
     checkReserved(name, uri);
     return document.names().intern(name.prefix, name.local, uri);
 }

@@ -48,9 +48,9 @@ IXMLDOMNode* wrap(DocumentObject& owner, tree::Document& storage, tree::Node* no
         return handle->asNode();
     }
     switch (node->kind) {
-    case tree::NodeKind::element: return new ElementObject{owner, storage, node};
-    case tree::NodeKind::attribute: return new AttributeObject{owner, storage, node};
-    default: return new PlainNodeObject{owner, storage, node};
+    case tree::NodeKind::element: return new (owner) ElementObject{owner, storage, node};
+    case tree::NodeKind::attribute: return new (owner) AttributeObject{owner, storage, node};
+    default: return new (owner) PlainNodeObject{owner, storage, node};
     }
 }
 

@@ -3,7 +3,6 @@
 
 #include <TibXml/engine/IXMLDOMNode.h>
 
-#include <com/LiveObjects.h>
 #include <tree/Document.h>
 
 #include "ComPtr.h"
@@ -17,7 +16,7 @@ class DocumentObject;
 
 // An interface of every node object of this engine, and of nobody else's: how a node that a caller
 // passes in is recognised. While it lives its node refers to it, so that a node has one identity.
-class NodeHandle : public IUnknown, private LiveObject {
+class NodeHandle : public IUnknown {
 public:
     // The node object as callers see it.
     virtual IXMLDOMNode* asNode() noexcept = 0;

@@ -37,7 +37,7 @@ public:
     }
 
     HRESULT get_attributes(IXMLDOMNamedNodeMap** map) noexcept final {
-        return replyObject(IID_IXMLDOMNode, map, [&] { return attributes(*this); });
+        return replyObject(IID_IXMLDOMNode, map, [&] { return attributeMap(); });
     }
 
     HRESULT insertBefore(IXMLDOMNode* node, VARIANT reference,
@@ -102,6 +102,10 @@ public:
         return replyObject(IID_IXMLDOMNode, node,
                            [&] { return com::selectSingleNode(*this, expression); });
     }
+
+protected:
+    // A reference to the map of an element's attributes; other nodes have none.
+    virtual IXMLDOMNamedNodeMap* attributeMap() noexcept { return nullptr; }
 
 private:
     // Runs a step on a node that a caller passed and hands that node out again.

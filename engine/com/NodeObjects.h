@@ -1,13 +1,17 @@
 // The objects for elements, attributes and all other nodes but documents.
 #pragma once
 
+#include <cstddef>
+#include <new>
+
+#include "AttributeMap.h"
 #include "DocumentObject.h"
 #include "NodeObject.h"
 #include "Text.h"
 
 namespace tibxml::com {
 
-// A node object keeps its document object alive.
+// A node object keeps its document object alive, in whose pool its memory lies.
 template <class Interface>
 class OwnedNodeObject : public NodeObject<Interface> {
 public:
@@ -16,17 +20,50 @@ public:
         owner.AddRef();
     }
 
-protected:
-    ~OwnedNodeObject() override {
-        DocumentObject& owner = this->owner();
-        this->detach();
+    static void* operator new(std::size_t size, DocumentObject& owner) {
+        static_cast<void>(size);
+        return owner.nodeObjects().take();
+    }
+
+    // For a constructor that throws.
+    static void operator delete(void* block, DocumentObject& owner) noexcept {
+        owner.nodeObjects().give(block);
+    }
+
+    // The owner goes last: that may be the end of the pool. It need not be the one that the object
+    // began with.
+    static void operator delete(OwnedNodeObject* object, std::destroying_delete_t) {
+        DocumentObject& owner = object->owner();
+        object->~OwnedNodeObject();
+        owner.nodeObjects().give(object);
         owner.Release();
     }
+
+protected:
+    ~OwnedNodeObject() override { this->detach(); }
 };
 
 class ElementObject final : public OwnedNodeObject<IXMLDOMElement> {
 public:
     using OwnedNodeObject::OwnedNodeObject;
+
+    HRESULT setAttribute(BSTR name, VARIANT value) noexcept override {
+        return guarded(IID_IXMLDOMElement, [&] {
+            XmlText const text{viewOf(stringIn(value, E_INVALIDARG))};
+            requireValid(text);
+            attributes_.setValue(name, text.view());
+            return S_OK;
+        });
+    }
+
+protected:
+    IXMLDOMNamedNodeMap* attributeMap() noexcept override {
+        attributes_.AddRef();
+        return &attributes_;
+    }
+
+private:
+    AttributeMap attributes_{*this};
 };
 
 class PlainNodeObject final : public OwnedNodeObject<IXMLDOMNode> {
@@ -49,5 +86,9 @@ public:
                        [&] { return setText(*this, stringIn(value, E_INVALIDARG)), S_OK; });
     }
 };
+
+static_assert(sizeof(ElementObject) <= NodeObjectPool::blockSize);
+static_assert(sizeof(AttributeObject) <= NodeObjectPool::blockSize);
+static_assert(sizeof(PlainNodeObject) <= NodeObjectPool::blockSize);
 
 } // namespace tibxml::com

@@ -7,7 +7,6 @@
 #include <tree/Cloning.h>
 #include <tree/TextContent.h>
 
-#include "AttributeMap.h"
 #include "ChildList.h"
 #include "DocumentObject.h"
 #include "NodeFactory.h"
@@ -60,10 +59,6 @@ IXMLDOMNodeList* childNodes(NodeHandle& handle) {
     return new ChildList{handle};
 }
 
-IXMLDOMNamedNodeMap* attributes(NodeHandle& handle) {
-    return handle.node()->is(tree::NodeKind::element) ? new AttributeMap{handle} : nullptr;
-}
-
 IXMLDOMDocument* ownerDocument(NodeHandle& handle) {
     if (handle.node()->is(tree::NodeKind::document)) return nullptr;
     handle.owner().AddRef();
@@ -85,9 +80,10 @@ BSTR textOf(NodeHandle& handle) {
 
 void setText(NodeHandle& handle, BSTR text) {
     tree::Node* const node = handle.node();
-    std::string content = xmlText(text);
-    if (!node->is(tree::NodeKind::attribute)) normalizeLineEnds(content);
-    setContent(handle.storage(), node, content);
+    XmlText content{viewOf(text)};
+    requireValid(content);
+    if (!node->is(tree::NodeKind::attribute)) content.normalizeLineEnds();
+    setContent(handle.storage(), node, content.view());
 }
 
 BSTR xmlOf(NodeHandle& handle) {

@@ -12,7 +12,6 @@ BSTR nodeName(NodeHandle& handle);
 DOMNodeType nodeType(NodeHandle& handle) noexcept;
 IXMLDOMNode* parentNode(NodeHandle& handle);
 IXMLDOMNodeList* childNodes(NodeHandle& handle);
-IXMLDOMNamedNodeMap* attributes(NodeHandle& handle);
 IXMLDOMDocument* ownerDocument(NodeHandle& handle);
 IXMLDOMNode* cloneNode(NodeHandle& handle, bool deep);
 BSTR textOf(NodeHandle& handle);

@@ -7,6 +7,8 @@
 #include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/ErrorInfo.h>
 
+#include <com/LiveObjects.h>
+
 #include "ComPtr.h"
 #include "DocumentObject.h"
 

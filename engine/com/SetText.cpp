@@ -15,21 +15,21 @@ void check(bool canBeWritten, char const* reason) {
     if (!canBeWritten) throw Failure{E_FAIL, reason};
 }
 
-void setComment(tree::Document& document, tree::Node* comment, std::string const& text) {
-    check(text.find("--") == std::string::npos && !text.ends_with('-'),
+void setComment(tree::Document& document, tree::Node* comment, std::string_view text) {
+    check(text.find("--") == std::string_view::npos && !text.ends_with('-'),
           "a comment cannot hold \"--\" or end with \"-\"");
     tree::setText(document, comment, text);
 }
 
-void setInstruction(tree::Document& document, tree::Node* instruction, std::string const& text) {
+void setInstruction(tree::Document& document, tree::Node* instruction, std::string_view text) {
     bool const startsBlank =
         !text.empty() && std::string_view{" \t\n"}.find(text.front()) != std::string_view::npos;
-    check(text.find("?>") == std::string::npos && !startsBlank,
+    check(text.find("?>") == std::string_view::npos && !startsBlank,
           "a processing instruction cannot hold \"?>\" or begin with white space");
     tree::setText(document, instruction, text);
 }
 
-void setValue(tree::Document& document, tree::Node* attribute, std::string const& value) {
+void setValue(tree::Document& document, tree::Node* attribute, std::string_view value) {
     if (attribute->name->declaresNamespace && attribute->parent != nullptr)
         checkDeclaration(attribute->parent, attribute, value);
     tree::setText(document, attribute, value);
@@ -37,7 +37,7 @@ void setValue(tree::Document& document, tree::Node* attribute, std::string const
 
 } // namespace
 
-void setElementText(tree::Document& document, tree::Node* element, std::string const& text,
+void setElementText(tree::Document& document, tree::Node* element, std::string_view text,
                     tree::Node* attribute) {
     tree::Node* const content =
         text.empty() ? nullptr : tree::newCharacterData(document, tree::NodeKind::text, text);
@@ -51,7 +51,7 @@ void setElementText(tree::Document& document, tree::Node* element, std::string c
     element->flags &= static_cast<std::uint8_t>(~tree::breakInside);
 }
 
-void setContent(tree::Document& document, tree::Node* node, std::string const& text) {
+void setContent(tree::Document& document, tree::Node* node, std::string_view text) {
     switch (node->kind) {
     case tree::NodeKind::element:
         return setElementText(document, node, text, binaryAnnotation(document, node));

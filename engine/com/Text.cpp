@@ -34,33 +34,43 @@ BSTR toBstr(std::wstring_view text) {
     return checked(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));
 }
 
-std::wstring_view viewOf(BSTR text) noexcept {
-    if (text == nullptr) return {};
-    return {text, SysStringLen(text)};
-}
-
 bool isXmlText(std::wstring_view text) noexcept {
     return std::all_of(text.begin(), text.end(), isXmlCharacter);
 }
 
-std::string xmlText(BSTR text) {
-    std::wstring_view const wide = viewOf(text);
-    if (!isXmlText(wide))
-        throw Failure{E_INVALIDARG, "the text holds a character that XML cannot hold"};
-    std::string utf8;
-    platform::appendUtf8(utf8, wide);
-    return utf8;
+XmlText::XmlText(std::wstring_view text) {
+    if (narrowInPlace(text)) return;
+    valid_ = isXmlText(text);
+    if (valid_) platform::appendUtf8(long_, text);
+    view_ = long_;
 }
 
-void normalizeLineEnds(std::string& text) {
-    if (text.find('\r') == std::string::npos) return;
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i != text.size(); ++i) {
-        bool const isReturn = text[i] == '\r';
-        if (isReturn && i + 1 != text.size() && text[i + 1] == '\n') continue;
-        text[kept++] = isReturn ? '\n' : text[i];
+bool XmlText::narrowInPlace(std::wstring_view text) noexcept {
+    if (text.size() > short_.size()) return false;
+    char* out = short_.data();
+    for (wchar_t const c : text) {
+        if (c < 0x20 || c > 0x7F) return false;
+        *out++ = static_cast<char>(c);
     }
-    text.resize(kept);
+    view_ = {short_.data(), text.size()};
+    return true;
+}
+
+void XmlText::normalizeLineEnds() {
+    if (view_.find('\r') == std::string_view::npos) return; // as all that is converted in place
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i != long_.size(); ++i) {
+        bool const isReturn = long_[i] == '\r';
+        if (isReturn && i + 1 != long_.size() && long_[i + 1] == '\n') continue;
+        long_[kept++] = isReturn ? '\n' : long_[i];
+    }
+    long_.resize(kept);
+    view_ = long_;
+}
+
+void requireValid(XmlText const& text) {
+    if (!text.isValid())
+        throw Failure{E_INVALIDARG, "the text holds a character that XML cannot hold"};
 }
 
 VARIANT stringVariant(std::string_view utf8) {

@@ -1,6 +1,9 @@
 // Strings on their way across the engine's boundary.
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -13,18 +16,44 @@ BSTR toBstr(std::string_view utf8);
 BSTR toBstr(std::wstring_view text);
 
 // The characters of a string that a caller passed; null counts as empty.
-std::wstring_view viewOf(BSTR text) noexcept;
+inline std::wstring_view viewOf(BSTR text) noexcept {
+    if (text == nullptr) return {};
+    UINT bytes = 0;
+    std::memcpy(&bytes, reinterpret_cast<char const*>(text) - sizeof(bytes), sizeof(bytes));
+    return {text, bytes / sizeof(wchar_t)};
+}
 
 // Whether XML can hold every one of the characters.
 bool isXmlText(std::wstring_view text) noexcept;
 
-// The characters of a string that a caller passed, as UTF-8. Throws Failure (E_INVALIDARG) when it
-// holds characters that XML cannot hold: control characters, surrogates, U+FFFE, U+FFFF and values
-// beyond Unicode.
-std::string xmlText(BSTR text);
+// The characters of a string that a caller passed, as UTF-8. Names and numbers, which are short and
+// ASCII, are converted in place.
+class XmlText {
+public:
+    // Not valid when the text holds characters that XML cannot hold: control characters,
+    // surrogates, U+FFFE, U+FFFF and values beyond Unicode. Throws std::bad_alloc.
+    explicit XmlText(std::wstring_view text);
+    XmlText(XmlText const&) = delete;
+    XmlText& operator=(XmlText const&) = delete;
 
-// CR LF and CR become LF, as they do when a document is read.
-void normalizeLineEnds(std::string& text);
+    bool isValid() const noexcept { return valid_; }
+
+    std::string_view view() const noexcept { return view_; }
+
+    // CR LF and CR become LF, as they do when a document is read.
+    void normalizeLineEnds();
+
+private:
+    bool narrowInPlace(std::wstring_view text) noexcept;
+
+    std::array<char, 48> short_;
+    std::string long_;
+    std::string_view view_;
+    bool valid_ = true;
+};
+
+// Throws Failure (E_INVALIDARG) for a text that is not valid.
+void requireValid(XmlText const& text);
 
 // A string in a variant of which the caller becomes the owner.
 VARIANT stringVariant(std::string_view utf8);

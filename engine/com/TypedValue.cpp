@@ -117,7 +117,9 @@ VARIANT dataType(NodeHandle& handle) {
 void setDataType(NodeHandle& handle, BSTR name) {
     if (!handle.node()->is(tree::NodeKind::element))
         throw Failure{E_FAIL, "only elements have a data type"};
-    if (!equalsIgnoringCase(xmlText(name), base64))
+    XmlText const type{viewOf(name)};
+    requireValid(type);
+    if (!equalsIgnoringCase(type.view(), base64))
         throw Failure{E_FAIL, "there is no such data type"};
     tree::Document& document = handle.storage();
     if (tree::Node* const old = annotation(document, handle.node()))

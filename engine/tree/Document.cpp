@@ -16,7 +16,9 @@ std::uint64_t nextSerial() noexcept {
 Document::Document()
     : serial_{nextSerial()},
       names_{arena_},
-      node_{arena_.newNode(NodeKind::document)} {}
+      node_{arena_.newNode(NodeKind::document)} {
+    node_->flags = inDocument;
+}
 
 Document* Document::create() {
     return new Document;

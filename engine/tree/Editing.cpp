@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include <tree/Navigation.h>
+
 namespace tibxml::tree {
 
 namespace {
@@ -37,6 +39,15 @@ void unlinkFrom(Node*& first, Node* node) noexcept {
 Node*& listFor(Node* parent, Node const* node) noexcept {
     Node::Links& links = parent->content.links;
     return node->is(NodeKind::attribute) ? links.firstAttribute : links.firstChild;
+}
+
+void putInto(Node* parent, Node* node, Node* before) noexcept {
+    Node*& first = listFor(parent, node);
+    if (before != nullptr) {
+        linkBefore(first, parent, node, before);
+    } else {
+        linkLast(first, parent, node);
+    }
 }
 
 void freeText(Document& document, Node const& node) noexcept {
@@ -77,12 +88,27 @@ Node* newProcessingInstruction(Document& document, Name* target, std::string_vie
 
 void insertBefore(Document& document, Node* parent, Node* node, Node* before) noexcept {
     document.touch();
-    linkBefore(listFor(parent, node), parent, node, before);
+    putInto(parent, node, before);
+    if (!node->is(NodeKind::attribute)) followParent(parent, node);
 }
 
 void unlink(Document& document, Node* node) noexcept {
     document.touch();
     unlinkFrom(listFor(node->parent, node), node);
+    if ((node->flags & inDocument) == 0) return;
+    node->flags ^= inDocument;
+    toggleInDocument(node);
+}
+
+void relink(Document& document, Node* node, Node* parent, Node* before) noexcept {
+    document.touch();
+    unlinkFrom(listFor(node->parent, node), node);
+    putInto(parent, node, before);
+}
+
+void toggleInDocument(Node* top) noexcept {
+    for (Node* node = nextInSubtree(top, top); node != nullptr; node = nextInSubtree(node, top))
+        node->flags ^= inDocument;
 }
 
 Node* findAttribute(Node const* element, std::string_view qualifiedName) noexcept {

@@ -12,15 +12,31 @@ namespace tibxml::tree {
 
 namespace {
 
-// Handles in a subtree, attributes included.
-std::size_t countHandles(Node const* subtree) noexcept {
+// A detached subtree lives as long as its root has a handle or Document::detachedHandles counts
+// some on other nodes of it. So a lone node that is created, put somewhere and let go costs no
+// entry.
+
+using Entry = std::unordered_map<Node const*, std::size_t>::node_type;
+
+std::size_t ownHandle(Node const* node) noexcept {
+    return node->handle != nullptr ? 1 : 0;
+}
+
+// Handles in a subtree but for the one of its root, attributes included.
+std::size_t countInnerHandles(Node const* subtree) noexcept {
     std::size_t count = 0;
     for (Node const* node = subtree; node != nullptr; node = nextInSubtree(node, subtree)) {
-        count += node->handle != nullptr ? 1 : 0;
+        count += ownHandle(node);
         for (Node const* a = node->firstAttribute(); a != nullptr; a = a->next)
-            count += a->handle != nullptr ? 1 : 0;
+            count += ownHandle(a);
     }
-    return count;
+    return count - ownHandle(subtree);
+}
+
+// An entry to be put in later without allocating.
+Entry spareEntry(Document& document) {
+    document.detachedHandles.try_emplace(nullptr);
+    return document.detachedHandles.extract(nullptr);
 }
 
 void freeOne(Document& document, Node* node) noexcept {
@@ -45,7 +61,7 @@ Node* deepestFirst(Node* node) noexcept {
 
 // Everything about a removal that may fail: done before anything changes.
 void noteHandles(Document& document, Node const* subtree) {
-    if (std::size_t const handles = countHandles(subtree); handles != 0)
+    if (std::size_t const handles = countInnerHandles(subtree); handles != 0)
         document.detachedHandles[subtree] = handles;
 }
 
@@ -61,51 +77,66 @@ void dispose(Document& document, Node* subtree) noexcept {
     }
 }
 
-// Handles of a detached tree are gone, or have left it within a part of it.
-void releaseHandles(Document& document, Node* root, std::size_t count) noexcept {
+// Handles within a detached tree are gone, or have left it with a part of it.
+void releaseInnerHandles(Document& document, Node* root, std::size_t count) noexcept {
     auto const entry = document.detachedHandles.find(root);
     entry->second -= count;
     if (entry->second != 0) return;
     document.detachedHandles.erase(entry);
-    dispose(document, root);
+    if (root->handle == nullptr) dispose(document, root);
 }
 
 // The second half of a removal, behind noteHandles.
 void takeOut(Document& document, Node* subtree) noexcept {
     auto const entry = document.detachedHandles.find(subtree);
-    std::size_t const handles = entry != document.detachedHandles.end() ? entry->second : 0;
-    Node* const root = rootOf(subtree);
+    std::size_t const inner = entry != document.detachedHandles.end() ? entry->second : 0;
+    std::size_t const handles = inner + ownHandle(subtree);
+    Node* const detachedRoot = isInDocument(subtree) ? nullptr : rootOf(subtree);
     unlink(document, subtree);
     if (handles == 0) {
         dispose(document, subtree);
-    } else if (root != document.node()) {
-        releaseHandles(document, root, handles);
+    } else if (detachedRoot != nullptr) {
+        releaseInnerHandles(document, detachedRoot, handles);
     }
+}
+
+// A detached subtree was put into another one: its handles count there.
+void settle(Document& document, Node* subtree, Entry spare) noexcept {
+    Entry const entry = document.detachedHandles.extract(subtree);
+    std::size_t const handles = ownHandle(subtree) + (entry.empty() ? 0 : entry.mapped());
+    if (handles == 0) return;
+    Node const* const root = rootOf(subtree);
+    auto const rootEntry = document.detachedHandles.find(root);
+    if (rootEntry != document.detachedHandles.end()) {
+        rootEntry->second += handles;
+        return;
+    }
+    spare.key() = root;
+    spare.mapped() = handles;
+    document.detachedHandles.insert(std::move(spare));
+}
+
+// Somebody who moves nodes has handles on them, so both trees live on.
+void moveIntoDetached(Document& document, Node* node, Node* parent, Node* before) {
+    Entry spare = spareEntry(document);
+    if (node->parent != nullptr) remove(document, node);
+    insertBefore(document, parent, node, before);
+    settle(document, node, std::move(spare));
 }
 
 } // namespace
 
 void handleAttached(Document& document, Node* node) {
+    if (isInDocument(node)) return;
     Node const* const root = rootOf(node);
-    if (root != document.node()) ++document.detachedHandles[root];
+    if (root != node) ++document.detachedHandles[root];
 }
 
 void handleReleased(Document& document, Node* node) noexcept {
+    if (isInDocument(node)) return;
     Node* const root = rootOf(node);
-    if (root != document.node()) releaseHandles(document, root, 1);
-}
-
-void settle(Document& document, Node* subtree) noexcept {
-    auto entry = document.detachedHandles.extract(subtree);
-    Node const* const root = rootOf(subtree);
-    if (entry.empty() || root == document.node()) return;
-    auto const rootEntry = document.detachedHandles.find(root);
-    if (rootEntry != document.detachedHandles.end()) {
-        rootEntry->second += entry.mapped();
-    } else {
-        entry.key() = root; // putting back what was just taken out allocates nothing
-        document.detachedHandles.insert(std::move(entry));
-    }
+    if (root != node) return releaseInnerHandles(document, root, 1);
+    if (!document.detachedHandles.contains(root)) dispose(document, root);
 }
 
 void pin(Document& document) noexcept {
@@ -119,7 +150,8 @@ void unpin(Document& document) noexcept {
     auto& waiting = document.awaitingDisposal;
     auto const stays = [&](Node* node) {
         node->flags &= static_cast<std::uint8_t>(~awaitsDisposal);
-        return node->parent != nullptr || document.detachedHandles.contains(node);
+        return node->parent != nullptr || node->handle != nullptr ||
+               document.detachedHandles.contains(node);
     };
     waiting.erase(std::remove_if(waiting.begin(), waiting.end(), stays), waiting.end());
     for (Node* node : waiting)
@@ -134,22 +166,12 @@ void remove(Document& document, Node* node) {
 }
 
 void move(Document& document, Node* node, Node* parent, Node* before) {
-    // Within the document itself nobody counts handles, so that the cost does not depend on the
-    // size of what is moved.
-    bool const staysAttached = rootOf(node) == document.node() && rootOf(parent) == document.node();
-    if (staysAttached) {
-        unlink(document, node);
-    } else if (node->parent != nullptr) {
-        remove(document, node); // somebody who moves it has a handle on it, so it lives
-    }
-    if (before != nullptr) {
-        insertBefore(document, parent, node, before);
-    } else if (node->is(NodeKind::attribute)) {
-        appendAttribute(document, parent, node);
-    } else {
-        appendChild(document, parent, node);
-    }
-    if (!staysAttached) settle(document, node);
+    bool const goesIntoDocument = isInDocument(parent);
+    if (goesIntoDocument && isInDocument(node)) return relink(document, node, parent, before);
+    if (!goesIntoDocument) return moveIntoDetached(document, node, parent, before);
+    if (node->parent != nullptr) remove(document, node);
+    insertBefore(document, parent, node, before);
+    document.detachedHandles.erase(node); // nobody counts here
 }
 
 Removal::Removal(Document& document, Node* node) : document_{document}, node_{node} {
@@ -164,19 +186,18 @@ void Removal::run() noexcept {
     Node* const node = std::exchange(node_, nullptr);
     if (node == nullptr) return;
     auto const entry = document_.detachedHandles.find(node);
-    entry->second = countHandles(node);
+    entry->second = countInnerHandles(node);
     if (entry->second == 0) document_.detachedHandles.erase(entry);
     takeOut(document_, node);
 }
 
 void discard(Document& document, Node* subtree, std::size_t handlesGone) noexcept {
-    Node* const root = rootOf(subtree);
+    Node* const root = isInDocument(subtree) ? nullptr : rootOf(subtree);
     if (root == subtree) {
         document.detachedHandles.erase(subtree);
     } else {
         unlink(document, subtree);
-        if (root != document.node() && handlesGone != 0)
-            releaseHandles(document, root, handlesGone);
+        if (root != nullptr && handlesGone != 0) releaseInnerHandles(document, root, handlesGone);
     }
     dispose(document, subtree);
 }

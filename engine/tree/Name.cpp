@@ -1,5 +1,6 @@
 #include <tree/Name.h>
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -15,12 +16,20 @@ constexpr std::size_t firstBucketCount = 16;
 
 // FNV-1a over the expanded name; names that differ in prefix alone share a bucket on purpose, so
 // that one walk finds both the record and the one that stands for its expanded name.
-std::uint32_t hashOf(std::string_view local, std::string_view uri) noexcept {
+template <class Character>
+std::uint32_t hashOf(std::basic_string_view<Character> local, std::string_view uri) noexcept {
     std::uint32_t hash = 2166136261U;
-    for (char const c : local)
+    for (Character const c : local)
         hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
     hash ^= static_cast<std::uint32_t>(uri.size()) * 0x9E3779B9U;
     return hash ^ (hash >> 15);
+}
+
+bool equalsAscii(std::string_view name, std::wstring_view wide) noexcept {
+    return std::equal(name.begin(), name.end(), wide.begin(), wide.end(), [](char a, wchar_t b) {
+        auto const code = static_cast<char32_t>(b);
+        return code < 0x80 && code == static_cast<unsigned char>(a);
+    });
 }
 
 std::string_view store(Arena& arena, std::string_view text) {
@@ -77,6 +86,16 @@ Name* NameTable::make(std::string_view prefix, std::string_view local, std::stri
     bucket = name;
     ++size_;
     return name;
+}
+
+Name* NameTable::findPlain(std::wstring_view name) const noexcept {
+    if (bucketCount_ == 0) return nullptr;
+    std::uint32_t const hash = hashOf(name, {});
+    Name* n = buckets_[hash & (bucketCount_ - 1)];
+    while (n != nullptr &&
+           !(n->hash == hash && n->uri.empty() && n->prefix.empty() && equalsAscii(n->local, name)))
+        n = n->nextInBucket;
+    return n;
 }
 
 Name const* NameTable::findExpanded(std::string_view local, std::string_view uri) const noexcept {

@@ -4,6 +4,9 @@
 #include <TibXml/platform/CString.h>
 #include <TibXml/platform/ComError.h>
 
+#include <cstddef>
+#include <cstring>
+#include <limits>
 #include <new>
 #include <stdexcept>
 #include <string_view>
@@ -11,8 +14,10 @@
 
 namespace tibxml::engine {
 
-/// The sole owner of a string on its way to or from the engine. `_bstr_t` would share it, which
-/// nobody here needs and which costs an allocation for every value that is read.
+/// The owner of a string on its way to or from the engine. `_bstr_t` would share it, which
+/// nobody here needs and which costs an allocation for every value that is read. Names, numbers and
+/// most paths are short: those lie in the object itself, laid out as such a string is, so that
+/// passing one costs no allocation at all.
 class EngineString {
 public:
     /// A null string.
@@ -20,25 +25,34 @@ public:
 
     /// A copy of a text; null stays null. `_com_error` with `E_OUTOFMEMORY` when there is no
     /// memory.
-    explicit EngineString(wchar_t const* text) : text_{SysAllocString(text)} {
-        if (text != nullptr) requireMemory();
+    explicit EngineString(wchar_t const* text) {
+        if (text != nullptr) assign(text);
     }
 
-    explicit EngineString(std::wstring_view text)
-        : text_{SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))} {
-        requireMemory();
-    }
+    explicit EngineString(std::wstring_view text) { assign(text); }
 
     explicit EngineString(CString const& text) : EngineString{text.view()} {}
 
-    EngineString(EngineString&& other) noexcept : text_{std::exchange(other.text_, nullptr)} {}
+    EngineString(EngineString const& other) {
+        if (other.text_ != nullptr) assign(other.view());
+    }
 
-    EngineString& operator=(EngineString&& other) noexcept {
-        std::swap(text_, other.text_);
+    EngineString(EngineString&& other) noexcept { takeFrom(other); }
+
+    EngineString& operator=(EngineString const& other) {
+        if (this != &other) *this = EngineString{other};
         return *this;
     }
 
-    ~EngineString() { SysFreeString(text_); }
+    EngineString& operator=(EngineString&& other) noexcept {
+        if (this != &other) {
+            freeText();
+            takeFrom(other);
+        }
+        return *this;
+    }
+
+    ~EngineString() { freeText(); }
 
     /// The string for a call that only reads it.
     BSTR get() const noexcept { return text_; }
@@ -64,11 +78,48 @@ public:
     }
 
 private:
-    void requireMemory() const {
+    static constexpr std::size_t shortCapacity = 31;
+
+    /// The layout of a string of the engine's: its length in bytes right before the characters.
+    struct ShortText {
+        UINT bytes;
+        wchar_t characters[shortCapacity + 1];
+    };
+
+    static_assert(offsetof(ShortText, characters) == sizeof(UINT));
+
+    bool isShort() const noexcept { return text_ == short_.characters; }
+
+    void assign(std::wstring_view text) {
+        if (text.size() <= shortCapacity) return assignShort(text);
+        if (text.size() > std::numeric_limits<UINT>::max()) _com_issue_error(E_OUTOFMEMORY);
+        text_ = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
         if (text_ == nullptr) _com_issue_error(E_OUTOFMEMORY);
     }
 
+    void assignShort(std::wstring_view text) noexcept {
+        std::size_t const bytes = text.size() * sizeof(wchar_t);
+        short_.bytes = static_cast<UINT>(bytes);
+        if (bytes != 0) std::memcpy(short_.characters, text.data(), bytes);
+        short_.characters[text.size()] = L'\0';
+        text_ = short_.characters;
+    }
+
+    void takeFrom(EngineString& other) noexcept {
+        if (other.isShort()) {
+            assignShort(other.view());
+        } else {
+            text_ = other.text_;
+        }
+        other.text_ = nullptr;
+    }
+
+    void freeText() noexcept {
+        if (!isShort()) SysFreeString(text_);
+    }
+
     BSTR text_ = nullptr;
+    ShortText short_; ///< written only when it is used
 };
 
 } // namespace tibxml::engine

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <TibXml/EnginePtr.h>
+#include <TibXml/EngineString.h>
 #include <TibXml/platform/CString.h>
 #include <TibXml/platform/Export.h>
 #include <TibXml/platform/Geometry.h>
@@ -181,16 +182,20 @@ private:
     /// What the selector names.
     enum class Target : std::uint8_t { nothing, node, attribute };
 
+    static Target targetOf(wchar_t const* selector) noexcept;
+
     WXmlValueAccessor() noexcept;
     void Swap(WXmlValueAccessor& other) noexcept;
 
     WXmlNodePtr GetNodeForReading() const noexcept;
     WXmlNodePtr GetNodeForWriting() noexcept;
+    void Write(tibxml::engine::EngineString const& text, wchar_t const* typeName);
     CString GetNodeTextValue(WXmlNodePtr node) const;
 
-    // The selector is kept taken apart: it is only ever asked which of the three it is.
+    // The selector is kept taken apart: it is only ever asked which of the three it is. The name is
+    // kept as the engine takes it.
     WXmlNodePtr node_;
-    CString attributeName_;
+    tibxml::engine::EngineString attributeName_;
     Target target_;
 };
 

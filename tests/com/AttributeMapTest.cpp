@@ -1,3 +1,5 @@
+#include <TibXml/platform/VariantT.h>
+
 #include "Objects.h"
 
 namespace tibxml::com::test {
@@ -137,6 +139,87 @@ TEST_F(Attributes, OfADetachedElementCanBeEdited) {
     EXPECT_EQ(put(L"n", L"x"), S_OK);
     EXPECT_EQ(map->removeNamedItem(_bstr_t{L"d"}, nullptr), S_OK);
     EXPECT_EQ(xmlOf(a), "<a xmlns:p=\"urn:p\" b=\"new\" p:c=\"2\" n=\"x\"/>");
+}
+
+class SetAttribute : public Attributes {
+protected:
+    HRESULT set(wchar_t const* name, wchar_t const* value) {
+        return as<IXMLDOMElement>(a.get())->setAttribute(_bstr_t{name}, _variant_t{value});
+    }
+};
+
+TEST_F(SetAttribute, ChangesWhatIsThereInPlace) {
+    Node const old = get(L"b");
+    EXPECT_EQ(set(L"b", L"<new>\n"), S_OK);
+    EXPECT_EQ(set(L"p:c", L""), S_OK);
+    EXPECT_EQ(textOf(old), "<new>\n") << "the node is the same";
+    EXPECT_EQ(xmlOf(a), "<a xmlns:p=\"urn:p\" b=\"&lt;new&gt;&#10;\" p:c=\"\" d=\"3\"/>");
+}
+
+TEST_F(SetAttribute, MakesWhatIsMissing) {
+    EXPECT_EQ(set(L"d2", L"4"), S_OK);
+    EXPECT_EQ(set(L"p:b", L"5"), S_OK);
+    EXPECT_EQ(set(L"o:b", L"6"), S_OK);
+    EXPECT_EQ(set(L"e", nullptr), S_OK); // a name that the document knows already
+    EXPECT_EQ(
+        xmlOf(document),
+        "<r xmlns:o=\"urn:o\"><a xmlns:p=\"urn:p\" b=\"1\" p:c=\"2\" d=\"3\" d2=\"4\" p:b=\"5\" "
+        "o:b=\"6\" e=\"\"/><e b=\"other\"/></r>\n");
+    EXPECT_EQ(lengthOf(map.get()), 8);
+}
+
+TEST_F(SetAttribute, DeclaresNamespaces) {
+    EXPECT_EQ(set(L"xmlns:q", L"urn:q"), S_OK);
+    EXPECT_EQ(set(L"q:x", L"1"), S_OK);
+    EXPECT_EQ(xmlOf(a),
+              "<a xmlns:p=\"urn:p\" b=\"1\" p:c=\"2\" d=\"3\" xmlns:q=\"urn:q\" q:x=\"1\"/>");
+}
+
+TEST_F(SetAttribute, RefusesAndChangesNothing) {
+    struct Refusal {
+        wchar_t const* name;
+        wchar_t const* value;
+        HRESULT code;
+    };
+
+    wchar_t const half[] = {static_cast<wchar_t>(0xD800), 0};
+    for (auto const& [name, value, code] : {
+             Refusal{L"", L"1", E_FAIL},
+             Refusal{L"1", L"1", E_FAIL},
+             Refusal{L"a b", L"1", E_FAIL},
+             Refusal{L":", L"1", E_FAIL},
+             Refusal{half, L"1", E_FAIL},
+             Refusal{L"q:undeclared", L"1", E_FAIL},
+             Refusal{L"xmlns", L"urn:other", E_FAIL}, // the element itself is in none
+             Refusal{L"xmlns:p", L"urn:other", E_FAIL},
+             Refusal{L"xmlns:q", L"", E_FAIL},
+             Refusal{L"b", L"\x01", E_INVALIDARG},
+             Refusal{L"b", half, E_INVALIDARG},
+             Refusal{L"fresh", L"\xFFFF", E_INVALIDARG},
+         }) {
+        EXPECT_EQ(set(name, value), code) << utf8(name);
+        EXPECT_EQ(xmlOf(document), before) << utf8(name);
+    }
+    EXPECT_EQ(as<IXMLDOMElement>(a.get())->setAttribute(_bstr_t{L"b"}, _variant_t{3}),
+              E_INVALIDARG);
+    EXPECT_EQ(xmlOf(document), before);
+}
+
+TEST_F(SetAttribute, RefusesTheSameNameUnderAnotherPrefix) {
+    Node const e = nodeAt(document, L"r/e");
+    auto const element = as<IXMLDOMElement>(e.get());
+    EXPECT_EQ(element->setAttribute(_bstr_t{L"xmlns:o2"}, _variant_t{L"urn:o"}), S_OK);
+    EXPECT_EQ(element->setAttribute(_bstr_t{L"o:k"}, _variant_t{L"1"}), S_OK);
+    EXPECT_EQ(element->setAttribute(_bstr_t{L"o2:k"}, _variant_t{L"2"}), E_FAIL);
+    EXPECT_EQ(lengthOf(attributesOf(e).get()), 3);
+    EXPECT_EQ(textOf(nodeAt(document, L"r/e/@*[local-name()='k']")), "1");
+}
+
+TEST_F(Attributes, OfOneElementAreOneMap) {
+    EXPECT_EQ(attributesOf(a).get(), map.get());
+    EXPECT_EQ(as<IXMLDOMNode>(map.get()).get(), nullptr) << "which is not the element";
+    a.reset();
+    EXPECT_EQ(lengthOf(map.get()), 4) << "and keeps it alive";
 }
 
 } // namespace tibxml::com::test

@@ -311,6 +311,14 @@ public:
 class Element final : public NodeOf<IXMLDOMElement> {
 public:
     explicit Element(std::shared_ptr<Behaviour> shared) : NodeOf{std::move(shared)} {}
+
+    std::wstring attribute;
+
+    HRESULT setAttribute(BSTR attributeName, VARIANT value) override {
+        HRESULT const code = answer("setAttribute");
+        if (SUCCEEDED(code)) attribute = attributeName + std::wstring{L"="} + value.bstrVal;
+        return code;
+    }
 };
 
 class Attribute final : public NodeOf<IXMLDOMAttribute> {

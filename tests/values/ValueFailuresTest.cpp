@@ -180,6 +180,24 @@ TEST_F(AttributeCreation, AnyFailureOnTheWayIsNoTarget) {
     EXPECT_EQ(missingTypeOf([&] { named.SetBool(true); }), "bool");
 }
 
+TEST_F(AttributeCreation, TakesOneCallWhenTheEngineHasIt) {
+    fake::Element* element = nullptr;
+    auto const node = fake::make<fake::Element, IXMLDOMElement>(behaviour, element);
+    WXmlNode holder{WXmlNodePtr{node.GetInterfacePtr()}};
+    holder.Attribute(L"@k").SetInt(3);
+    EXPECT_EQ(behaviour->calls, Calls{"setAttribute"});
+    EXPECT_EQ(element->attribute, L"k=3");
+}
+
+TEST_F(AttributeCreation, GoesStepByStepWhenTheOneCallFails) {
+    fake::Element* element = nullptr;
+    auto const node = fake::make<fake::Element, IXMLDOMElement>(behaviour, element);
+    WXmlNode holder{WXmlNodePtr{node.GetInterfacePtr()}};
+    behaviour->codes = {{"setAttribute", E_UNEXPECTED}, {"attributes", E_UNEXPECTED}};
+    EXPECT_EQ(missingTypeOf([&] { holder.Attribute(L"@k").SetInt(3); }), "int");
+    EXPECT_EQ(behaviour->calls, (Calls{"setAttribute", "attributes"}));
+}
+
 TEST_F(AttributeCreation, WithoutAnOwnerThereIsNoTarget) {
     engine->owner = nullptr;
     EXPECT_EQ(missingTypeOf([&] { named.SetString(L"x"); }), "string");

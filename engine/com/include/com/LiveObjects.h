@@ -5,7 +5,8 @@
 
 namespace tibxml::com {
 
-// Documents, nodes, lists, maps and error objects of all threads that are alive now.
+// Documents, lists and error objects of all threads that are alive now. Objects of nodes are not
+// counted by themselves: each keeps its document's object alive.
 std::size_t liveObjects() noexcept;
 
 // What every such object has as a member or base.

@@ -49,8 +49,8 @@ public:
     // White-space-only text is kept when reading and written as it is.
     bool preservesWhiteSpace = false;
 
-    // Detached subtrees stay while a handle refers to one of their nodes. The count is kept per
-    // root of a detached subtree; see Lifetime.h.
+    // Detached subtrees stay while a handle refers to one of their nodes. Kept per root of such a
+    // subtree: how many refer to other nodes than the root itself, if any; see Lifetime.h.
     std::unordered_map<Node const*, std::size_t> detachedHandles;
 
     // While somebody holds plain pointers to nodes, detached subtrees wait here for their disposal.

@@ -26,17 +26,28 @@ inline void linkLast(Node*& first, Node* parent, Node* node) noexcept {
     first->previous = node;
 }
 
+// The rest of a subtree whose top has just come into the document's tree, or left it.
+void toggleInDocument(Node* top) noexcept;
+
+// A child is in the document's tree when its parent is. What a reader appends has no children yet.
+inline void followParent(Node const* parent, Node* child) noexcept {
+    if (((parent->flags ^ child->flags) & inDocument) == 0) return;
+    child->flags ^= inDocument;
+    if (child->firstChild() != nullptr) toggleInDocument(child);
+}
+
 // New nodes belong to the document and have no parent. All throw std::bad_alloc.
 Node* newElement(Document& document, Name* name);
 Node* newAttribute(Document& document, Name* name, std::string_view value);
 Node* newCharacterData(Document& document, NodeKind kind, std::string_view text);
 Node* newProcessingInstruction(Document& document, Name* target, std::string_view data);
 
-// Puts a node without parent into a parent's list, last or in front of `before`, which is in that
-// list: a child among children, an attribute among attributes.
+// Puts a node without parent into a parent's list, last: a child among children, an attribute among
+// attributes.
 inline void appendChild(Document& document, Node* parent, Node* child) noexcept {
     document.touch();
     linkLast(parent->content.links.firstChild, parent, child);
+    followParent(parent, child);
 }
 
 inline void appendAttribute(Document& document, Node* element, Node* attribute) noexcept {
@@ -44,11 +55,16 @@ inline void appendAttribute(Document& document, Node* element, Node* attribute) 
     linkLast(element->content.links.firstAttribute, element, attribute);
 }
 
+// The same in front of `before`, which is in that list, or last when that is null.
 void insertBefore(Document& document, Node* parent, Node* node, Node* before) noexcept;
 
 // Takes a node or attribute out of its parent's list. It stays alive; see Lifetime.h for giving it
 // back.
 void unlink(Document& document, Node* node) noexcept;
+
+// Takes a node or attribute that is in the document's tree to another place there, in front of
+// `before` or last when that is null. What the node holds is not looked at.
+void relink(Document& document, Node* node, Node* parent, Node* before) noexcept;
 
 // The attribute of an element by its qualified name as written, or by expanded name; null on a
 // miss.

@@ -6,9 +6,8 @@
 
 namespace tibxml::tree {
 
-// Must be told of every handle that starts (handle just set) or stops (handle just cleared)
-// referring to a node. A detached subtree whose last handle stopped is destroyed. The first throws
-// std::bad_alloc.
+// Must be told of every handle that starts or stops (handle just cleared) referring to a node. A
+// detached subtree whose last handle stopped is destroyed. The first throws std::bad_alloc.
 void handleAttached(Document& document, Node* node);
 void handleReleased(Document& document, Node* node) noexcept;
 
@@ -21,12 +20,10 @@ void unpin(Document& document) noexcept;
 // into it; then it lives on as a detached subtree. Throws std::bad_alloc before anything changed.
 void remove(Document& document, Node* node);
 
-// Must be told when a detached subtree was put into a tree again.
-void settle(Document& document, Node* subtree) noexcept;
-
 // Puts a node, wherever it is in this document, into the list of a parent in front of `before`,
 // last when that is null. An attribute goes among the parent's attributes. Throws std::bad_alloc
-// before anything changed.
+// before anything changed. Moving within the document's tree takes the same time whatever the node
+// holds.
 void move(Document& document, Node* node, Node* parent, Node* before);
 
 // A removal that can no longer fail: for edits that put something into a node's place first.

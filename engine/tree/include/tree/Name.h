@@ -39,6 +39,10 @@ public:
     // The record for a name, made when missing. Throws std::bad_alloc.
     Name* intern(std::string_view prefix, std::string_view local, std::string_view uri);
 
+    // The record of an ASCII name without prefix and namespace, as most are, by its wide form; null
+    // when there is none. Finding one needs no conversion and no check of its characters.
+    Name* findPlain(std::wstring_view name) const noexcept;
+
     // The record that stands for all names with this local name and namespace, or null when no
     // node of the document ever had such a name.
     Name const* findExpanded(std::string_view local, std::string_view uri) const noexcept;

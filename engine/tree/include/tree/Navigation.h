@@ -20,6 +20,12 @@ inline Node* nextInSubtree(Node const* node, Node const* root) noexcept {
     return nextAfterSubtree(node, root);
 }
 
+// Whether the node belongs to its document's tree and not to a detached subtree.
+inline bool isInDocument(Node const* node) noexcept {
+    Node const* const bearer = node->is(NodeKind::attribute) ? node->parent : node;
+    return bearer != nullptr && (bearer->flags & inDocument) != 0;
+}
+
 // The top of the tree that holds the node: a document node or the root of a detached subtree.
 inline Node* rootOf(Node* node) noexcept {
     while (node->parent != nullptr)

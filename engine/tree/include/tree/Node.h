@@ -31,6 +31,10 @@ enum NodeFlag : std::uint8_t {
     breakInside = 2, // a dropped run was the first thing in this element
 
     awaitsDisposal = 4, // see Lifetime.h
+
+    // On everything below the document node and on that itself, attributes left out, so that nobody
+    // has to climb to the top to learn whether a node is attached; see isInDocument().
+    inDocument = 8,
 };
 
 struct Node {

@@ -45,6 +45,13 @@ public:
         text_[length_] = L'\0';
     }
 
+    /// Adds ASCII characters; there has to be room.
+    void append(char const* from, char const* end) noexcept {
+        while (from != end)
+            text_[length_++] = static_cast<wchar_t>(*from++);
+        text_[length_] = L'\0';
+    }
+
 private:
     std::size_t length_ = 0;
     std::array<wchar_t, Capacity + 1> text_;
