@@ -119,6 +119,7 @@ class Layered(program.ProgramTest):
             (["set", "d.xml", "u.xml", "a["  , "b", "1"], 2, r"tibxml: bad path 'a\[': .+"),
             (["set", "d.xml", "u.xml", "a[.='1']", "b", "1"], 2,
              r"tibxml: u.xml: cannot make a\[.='1'\]"),
+            (["set", "d.xml", "u.xml", "a", "1b", "1"], 2, "tibxml: there can be no value at a/@1b"),
             (["set", "d.xml", "-", "a", "b", "1"], 2, "tibxml: USER must be a file"),
             (["set", "d.xml", "/proc/u.xml", "a", "b", "1"], 2, "tibxml: /proc/u.xml: cannot .+"),
             (["set", "d.xml", "gone/u.xml", "a", "b", "1"], 2, "tibxml: gone/u.xml: cannot .+"),

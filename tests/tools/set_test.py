@@ -71,7 +71,7 @@ BAD = [
     (["a.xml", "", "1"], "tibxml: bad path '': .+"),
     (["a.xml", "p:a", "1"], "tibxml: bad path 'p:a': .+"),
     (["a.xml", "/", "1"], "tibxml: this node has no text of its own to set"),
-    (["a.xml", "empty/@p:a", "1"], "tibxml: a.xml: there can be no value at empty/@p:a"),
+    (["a.xml", "empty/@p:a", "1"], "tibxml: there can be no value at empty/@p:a"),
     (["a.xml", "empty", "\x01"], "tibxml: the text holds a character that XML cannot hold"),
     (["a.xml", "empty", "1", "--type", "float"], r"tibxml: .*float.* \(see tibxml set --help\)"),
     (["a.xml", "empty", "1", "--ns", "x"], "tibxml: bad namespaces 'x': .+"),

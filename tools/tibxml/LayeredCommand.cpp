@@ -13,6 +13,7 @@
 #include "Text.h"
 #include "TypeOption.h"
 #include "ValueType.h"
+#include "WriteAs.h"
 
 namespace tibxml::tool {
 
@@ -78,30 +79,31 @@ public:
         WXmlValueAccessor const value = element_.ReadableAttribute(name_, false);
         std::string const file = own().Exists() ? layered_.user : layered_.defaults;
         if (auto const text = type.read(value)) return *text;
-        throw absentValue(file, layered_.path + "/" + toUtf8(name_), value, type);
+        throw absentValue(file, place(), value, type);
     }
 
     void set() {
-        ValueType const& type = valueType(layered_.type);
         WXmlValueAccessor target = element_.WriteableAttribute(name_);
         if (element_.GetReadWriteNode() == nullptr)
             throw failure(ExitStatus::failed, layered_.user + ": cannot make " + layered_.path);
-        if (!type.write(target, layered_.value))
-            throw failure(ExitStatus::failed,
-                          "'" + layered_.value + "' is not " + type.description);
+        writeAs(valueType(layered_.type), target, layered_.value, place());
         if (!isForbidden()) layers_.saveUser();
     }
 
     void reset() {
         WXmlValueAccessor value = own();
-        if (!value.Exists())
-            throw failure(ExitStatus::notFound,
-                          layered_.user + ": nothing at " + layered_.path + "/" + toUtf8(name_));
+        if (!value.Exists()) throw nothingToReset();
         value.Delete();
         layers_.saveUser();
     }
 
 private:
+    std::string place() const { return layered_.path + "/" + toUtf8(name_); }
+
+    Failure nothingToReset() const {
+        return failure(ExitStatus::notFound, layered_.user + ": nothing at " + place());
+    }
+
     Layered const& layered_;
     Layers layers_;
     CString name_;

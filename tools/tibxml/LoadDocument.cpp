@@ -49,7 +49,7 @@ Failure notWellFormed(std::string const& file, WXmlDocPtr const& document) {
 
 WXmlDocPtr loadEngineDocument(std::string const& file) {
     InputFile input{file};
-    WXmlDocPtr const document = newEngineDocument();
+    WXmlDocPtr document = newEngineDocument();
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     HRESULT const result = document->load(_variant_t{&input}, &isLoaded);
     input.requireSuccess();
@@ -63,7 +63,7 @@ WXmlDoc loadDocument(std::string const& file) {
 }
 
 WXmlDocPtr engineDocumentFrom(CString const& text) {
-    WXmlDocPtr const document = newEngineDocument();
+    WXmlDocPtr document = newEngineDocument();
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     _bstr_t whole{text.GetString()};
     HRESULT const result = document->loadXML(whole.GetBSTR(), &isLoaded);

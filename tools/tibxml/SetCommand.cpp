@@ -16,6 +16,7 @@
 #include "TypeOption.h"
 #include "ValuePath.h"
 #include "ValueType.h"
+#include "WriteAs.h"
 
 namespace tibxml::tool {
 
@@ -45,7 +46,7 @@ struct Set {
 // The library makes what is missing below a node, and its first step must not be the "/" before the
 // root. Its predicates need single quotes.
 WXPath belowRoot(WXmlNode const& root, std::string const& path) {
-    WXPath const whole{rebuilt(WXPath{toWide(path)})};
+    WXPath whole{rebuilt(WXPath{toWide(path)})};
     bool const isAbsolute = path.starts_with('/') && !path.starts_with("//");
     if (!isAbsolute || root.GetNodeNoThrow(whole.GetRoot()) != root) return whole;
     return whole.GetChildOfRoot();
@@ -56,19 +57,9 @@ Failure notMade(Set const& set) {
 }
 
 WXmlNode make(WXmlNode root, Set const& set, ValuePath const& path) {
-    WXmlNode const made = root.EnsureDescendantExists(belowRoot(root, path.node));
+    WXmlNode made = root.EnsureDescendantExists(belowRoot(root, path.node));
     if (!made.IsValid()) throw notMade(set);
     return made;
-}
-
-void write(WXmlValueAccessor value, Set const& set) {
-    ValueType const& type = valueType(set.type);
-    try {
-        if (type.write(value, set.value)) return;
-    } catch (WXmlValueTypeNotFoundException const&) {
-        throw failure(ExitStatus::failed, set.file + ": there can be no value at " + set.path);
-    }
-    throw failure(ExitStatus::failed, "'" + set.value + "' is not " + type.description);
 }
 
 // What was made must be what the path selects: otherwise the same call would make it once more.
@@ -76,7 +67,8 @@ void writeAt(WXmlNode const& root, Set const& set) {
     ValuePath const path = valuePath(set.path);
     WXmlNode const found = nodeAt(root, path);
     WXmlNode const node = found.IsValid() ? found : make(root, set, path);
-    write(valueAt(node, path), set);
+    WXmlValueAccessor value = valueAt(node, path);
+    writeAs(valueType(set.type), value, set.value, set.path);
     if (!found.IsValid() && nodeAt(root, path) != node) throw notMade(set);
 }
 
