@@ -70,6 +70,8 @@ Row measure(Operation& operation) {
         for (std::size_t i = 0; i < libraryCount; ++i)
             row.values[i] = std::min(row.values[i], timeOnce(*operation.contenders[i], runs[i]));
     }
+    for (double& value : row.values)
+        value /= operation.parts;
     return row;
 }
 

@@ -24,6 +24,7 @@ struct Operation {
     std::string name;
     std::array<ContenderPtr, libraryCount> contenders;
     Targets targets;
+    double parts = 1; // how often a run does what the name says; the table shows the time of one
 };
 
 enum class Unit { seconds, bytes };

@@ -15,6 +15,9 @@
 #include "Settings.h"
 #include "Table.h"
 #include "TemporaryFile.h"
+#include "edit/Edit.h"
+#include "edit/Growth.h"
+#include "layers/Layers.h"
 #include "list/List.h"
 #include "load/Growth.h"
 #include "load/Load.h"
@@ -67,6 +70,9 @@ void measureEverything(Wishes const& wishes) {
     measureAll(lookupOperations(), wishes);
     measureAll(listOperations(), wishes);
     measureAll(saveOperations(), wishes);
+    measureAll(editOperations(), wishes);
+    measureAll(layersOperations(), wishes);
+    if (editsBySize.find(wishes.part) != std::string_view::npos) printEditsBySize();
     if (wishes.large) printGrowth();
 }
 

@@ -21,14 +21,20 @@ using AddCommand = void(CLI::App& program, Task& task);
 AddCommand addCheck;
 AddCommand addQuery;
 AddCommand addGet;
+AddCommand addSet;
+AddCommand addDelete;
+AddCommand addLayered;
 AddCommand addPath;
 
 // In the order of the program's help.
 inline constexpr AddCommand* allCommands[] = {
-    addCheck, //
-    addQuery, //
-    addGet,   //
-    addPath,  //
+    addCheck,   //
+    addQuery,   //
+    addGet,     //
+    addSet,     //
+    addDelete,  //
+    addLayered, //
+    addPath,    //
 };
 
 } // namespace tibxml::tool

@@ -5,13 +5,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "AbsentValue.h"
 #include "Commands.h"
-#include "Failure.h"
 #include "FileArguments.h"
 #include "LoadDocument.h"
 #include "Output.h"
 #include "Select.h"
-#include "Text.h"
+#include "TypeOption.h"
 #include "ValuePath.h"
 #include "ValueType.h"
 
@@ -38,38 +38,19 @@ struct Get {
     std::optional<std::string> fallback;
 };
 
-std::vector<std::string> typeNames() {
-    std::vector<std::string> names;
-    for (ValueType const& type : valueTypes())
-        names.emplace_back(type.name);
-    return names;
-}
-
 void printValue(std::string const& value, ValueType const& type) {
     if (type.isBinary) return print(value);
     printLine(value);
-}
-
-WXmlValueAccessor valueAt(WXmlNode const& root, ValuePath const& path) {
-    if (path.attribute.empty()) return selectFirst(root, path.node).Value();
-    WXmlNode const element = path.node.empty() ? root : selectFirst(root, path.node);
-    return element.Attribute(toWide(path.attribute));
-}
-
-Failure absent(Get const& get, WXmlValueAccessor const& value, ValueType const& type) {
-    std::string const place = get.file + ": ";
-    if (!value.Exists()) return failure(ExitStatus::notFound, place + "nothing at " + get.path);
-    return failure(ExitStatus::notFound, place + get.path + " is not " + type.description + ": '" +
-                                             excerpt(value.GetString(L"")) + "'");
 }
 
 ExitStatus run(Get const& get) {
     ValueType const& type = valueType(get.type);
     WXmlDoc document = loadDocument(get.file);
     useNamespaces(document, get.namespaces);
-    WXmlValueAccessor const value = valueAt(document.GetRootNode(), valuePath(get.path));
+    ValuePath const path = valuePath(get.path);
+    WXmlValueAccessor const value = valueAt(nodeAt(document.GetRootNode(), path), path);
     std::optional<std::string> const read = type.read(value);
-    if (!read && !get.fallback) throw absent(get, value, type);
+    if (!read && !get.fallback) throw absentValue(get.file, get.path, value, type);
     printValue(read ? *read : *get.fallback, type);
     return ExitStatus::found;
 }
@@ -79,12 +60,9 @@ void addArguments(CLI::App& command, Get& get) {
     command.add_option("PATH", get.path, "An XPath 1.0 location path; the first node counts")
         ->option_text("REQUIRED")
         ->required();
-    command
-        .add_option("--type", get.type,
-                    "What the value is read as: string (the default), bool, "
-                    "int, int64, double, point, size, rect or binary")
-        ->option_text("TYPE")
-        ->check(CLI::IsMember(typeNames()));
+    addTypeOption(command, get.type,
+                  "What the value is read as: string (the default), bool, "
+                  "int, int64, double, point, size, rect or binary");
     command
         .add_option("--default", get.fallback,
                     "What to print when nothing is there, or not of the type")

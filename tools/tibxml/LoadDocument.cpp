@@ -47,15 +47,28 @@ Failure notWellFormed(std::string const& file, WXmlDocPtr const& document) {
 
 } // namespace
 
-WXmlDoc loadDocument(std::string const& file) {
+WXmlDocPtr loadEngineDocument(std::string const& file) {
     InputFile input{file};
-    WXmlDocPtr const document = newEngineDocument();
+    WXmlDocPtr document = newEngineDocument();
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     HRESULT const result = document->load(_variant_t{&input}, &isLoaded);
     input.requireSuccess();
     if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
     if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
-    return WXmlDoc{document};
+    return document;
+}
+
+WXmlDoc loadDocument(std::string const& file) {
+    return WXmlDoc{loadEngineDocument(file)};
+}
+
+WXmlDocPtr engineDocumentFrom(CString const& text) {
+    WXmlDocPtr document = newEngineDocument();
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    _bstr_t whole{text.GetString()};
+    HRESULT const result = document->loadXML(whole.GetBSTR(), &isLoaded);
+    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
+    return document;
 }
 
 } // namespace tibxml::tool

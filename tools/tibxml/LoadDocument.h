@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <TibXml/EnginePtr.h>
 #include <TibXml/WXmlDoc.h>
 
 namespace tibxml::tool {
@@ -9,5 +10,11 @@ namespace tibxml::tool {
 /// The document in a file, or in the standard input for "-". Throws `Failure`: with the place, as
 /// `file:line:column: reason`, when it is not well-formed, and when it cannot be read.
 WXmlDoc loadDocument(std::string const& file);
+
+/// The same as the engine has it, which can tell why saving fails. `WXmlDoc` takes it over.
+WXmlDocPtr loadEngineDocument(std::string const& file);
+
+/// The document that a text is, which must be well-formed.
+WXmlDocPtr engineDocumentFrom(CString const& text);
 
 } // namespace tibxml::tool

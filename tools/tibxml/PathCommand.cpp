@@ -9,6 +9,7 @@
 
 #include "Commands.h"
 #include "Output.h"
+#include "RebuiltPath.h"
 #include "Text.h"
 
 namespace tibxml::tool {
@@ -27,13 +28,6 @@ void printPart(std::string_view name, CString const& text) {
     std::string line{name};
     if (!text.IsEmpty()) line.append(width - name.size(), ' ') += toUtf8(text);
     printLine(line);
-}
-
-// A path that was changed puts its string together from its steps. So does one that was asked for a
-// change which came to nothing: no clause is just a "]".
-CString rebuilt(WXPath path) {
-    path.RemoveFilterClause(L"]");
-    return path.ToString();
 }
 
 // Without steps only the prefix is left to put together.

@@ -13,15 +13,19 @@ namespace tibxml::tool {
 
 namespace {
 
-constexpr char const* description = "Check, query and read XML files";
+constexpr char const* description = "Check, query, read and change XML files";
 
 constexpr char const* examples =
-    R"(Status: 0 found, 1 not found or not well-formed, 2 called wrongly or unreadable input.
+    R"(Status: 0 found, 1 not found or not well-formed, 2 called wrongly, or a file that
+cannot be read or written.
 
 Examples:
   tibxml check settings.xml
   tibxml query settings.xml "//file/@opened" --text
   tibxml get settings.xml autosave/minutes --type int --default 5
+  tibxml set settings.xml autosave/minutes 15 --type int
+  tibxml delete settings.xml "recent/file[3]"
+  tibxml layered get defaults.xml user.xml autosave @enabled --type bool
   tibxml path "/settings/window[@id='main']/title"
 
 "tibxml COMMAND --help" tells more about a command.)";

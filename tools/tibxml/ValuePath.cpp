@@ -2,6 +2,9 @@
 
 #include <string_view>
 
+#include "Select.h"
+#include "Text.h"
+
 namespace tibxml::tool {
 
 namespace {
@@ -53,6 +56,15 @@ ValuePath valuePath(std::string const& path) {
     if (node.ends_with('/') && !isRoot) node.remove_suffix(1);
     if (isRoot || !selectsElement(node)) return {path, ""};
     return {std::string{node}, path.substr(at)};
+}
+
+WXmlNode nodeAt(WXmlNode const& root, ValuePath const& path) {
+    bool const isOfRoot = path.node.empty() && !path.attribute.empty();
+    return isOfRoot ? root : selectFirst(root, path.node);
+}
+
+WXmlValueAccessor valueAt(WXmlNode const& node, ValuePath const& path) {
+    return path.attribute.empty() ? node.Value() : node.Attribute(toWide(path.attribute));
 }
 
 } // namespace tibxml::tool

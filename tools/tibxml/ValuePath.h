@@ -2,6 +2,9 @@
 
 #include <string>
 
+#include <TibXml/WXmlNode.h>
+#include <TibXml/WXmlValueAccessor.h>
+
 namespace tibxml::tool {
 
 /// Where a value is: at the first node that `node` selects, in the attribute that `attribute` names
@@ -16,5 +19,12 @@ struct ValuePath {
 /// more than the name of an attribute of the node before it (`//@id`, `a | b/@id`, `@*`) stays in
 /// the path.
 ValuePath valuePath(std::string const& path);
+
+/// The node that the value is at or, with an attribute, its element; an empty handle when there is
+/// none. Throws `Failure` for a bad path.
+WXmlNode nodeAt(WXmlNode const& root, ValuePath const& path);
+
+/// The value itself, given that node.
+WXmlValueAccessor valueAt(WXmlNode const& node, ValuePath const& path);
 
 } // namespace tibxml::tool

@@ -8,6 +8,7 @@
 #include <TibXml/platform/ComError.h>
 
 #include "Text.h"
+#include "WriteValue.h"
 
 namespace tibxml::tool {
 
@@ -84,15 +85,15 @@ std::optional<std::string> readBinary(WXmlValueAccessor const& accessor) {
 }
 
 constexpr ValueType types[] = {
-    {"string", "a string", read<CString>},
-    {"bool", "true or false", read<bool>},
-    {"int", "an integer", read<int>},
-    {"int64", "an integer", read<long long>},
-    {"double", "a number", read<double>},
-    {"point", "a point", read<CPoint>},
-    {"size", "a size", read<CSize>},
-    {"rect", "a rectangle", read<CRect>},
-    {"binary", "marked as bytes in base64", readBinary, true},
+    {"string", "a string", read<CString>, writeString},
+    {"bool", "true or false", read<bool>, writeBool},
+    {"int", "an integer", read<int>, writeInt},
+    {"int64", "an integer", read<long long>, writeInt64},
+    {"double", "a number", read<double>, writeDouble},
+    {"point", "a point", read<CPoint>, writePoint},
+    {"size", "a size", read<CSize>, writeSize},
+    {"rect", "a rectangle", read<CRect>, writeRect},
+    {"binary", "marked as bytes in base64", readBinary, writeBinary, true},
 };
 
 } // namespace

@@ -8,7 +8,7 @@
 
 namespace tibxml::tool {
 
-/// A type that values are read as.
+/// A type that values are read and written as.
 struct ValueType {
     char const* name;
 
@@ -17,6 +17,9 @@ struct ValueType {
 
     /// The value in the form in which it is printed; nothing when it does not read as the type.
     std::optional<std::string> (*read)(WXmlValueAccessor const& value);
+
+    /// Writes a value in that form; false when the text is not of the type.
+    bool (*write)(WXmlValueAccessor& value, std::string const& text);
 
     /// Printed as it is, without a line end after it.
     bool isBinary = false;

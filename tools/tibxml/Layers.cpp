@@ -1,0 +1,47 @@
+#include "Layers.h"
+
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+#include <TibXml/WXmlNode.h>
+#include <TibXml/WXmlValueAccessor.h>
+
+#include "LoadDocument.h"
+#include "SaveDocument.h"
+#include "Text.h"
+
+namespace tibxml::tool {
+
+namespace {
+
+// Declarations stay: the name may need one.
+CString emptyRootLike(WXmlNode const& root) {
+    WXmlNode const copy = root.Clone(false);
+    std::vector<CString> names;
+    copy.GetAttributes(names);
+    for (CString const& name : names)
+        if (!name.view().starts_with(L"xmlns")) copy.Attribute(CString{L"@"} + name).Delete();
+    return copy.GetXML();
+}
+
+WXmlDocPtr loadUser(std::string const& file, WXmlDoc const& defaults) {
+    std::error_code error;
+    bool const isMissing = file != "-" && !std::filesystem::exists(file, error) && !error;
+    if (!isMissing) return loadEngineDocument(file);
+    return engineDocumentFrom(emptyRootLike(defaults.GetRootNode()));
+}
+
+} // namespace
+
+Layers::Layers(std::string const& defaultsFile, std::string userFile)
+    : userFile_{std::move(userFile)},
+      defaults_{loadDocument(defaultsFile)},
+      loadedUser_{loadUser(userFile_, defaults_)},
+      user_{loadedUser_} {}
+
+void Layers::saveUser() const {
+    saveDocument(loadedUser_, userFile_);
+}
+
+} // namespace tibxml::tool

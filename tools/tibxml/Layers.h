@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include <TibXml/EnginePtr.h>
+#include <TibXml/WXmlCompositeNode.h>
+#include <TibXml/WXmlDoc.h>
+
+namespace tibxml::tool {
+
+/// A document with defaults, and one with what a user changed, which need not be there yet: it is
+/// an empty root element then, of the name that the defaults' has.
+class Layers {
+public:
+    /// Throws `Failure` when a file cannot be read or is not well-formed.
+    Layers(std::string const& defaultsFile, std::string userFile);
+
+    WXmlDoc& defaults() noexcept { return defaults_; }
+
+    WXmlDoc& user() noexcept { return user_; }
+
+    /// Writes the user's document to its file. Throws `Failure`.
+    void saveUser() const;
+
+private:
+    std::string userFile_;
+    WXmlDoc defaults_;
+    WXmlDocPtr loadedUser_;
+    WXmlDoc user_;
+};
+
+} // namespace tibxml::tool
