@@ -22,13 +22,19 @@ AddCommand addCheck;
 AddCommand addQuery;
 AddCommand addGet;
 AddCommand addPath;
+AddCommand addJson;
+AddCommand addXml;
+AddCommand addStrings;
 
 // In the order of the program's help.
 inline constexpr AddCommand* allCommands[] = {
-    addCheck, //
-    addQuery, //
-    addGet,   //
-    addPath,  //
+    addCheck,   //
+    addQuery,   //
+    addGet,     //
+    addPath,    //
+    addJson,    //
+    addXml,     //
+    addStrings, //
 };
 
 } // namespace tibxml::tool
