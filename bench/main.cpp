@@ -21,6 +21,8 @@
 #include "lookup/Lookup.h"
 #include "memory/Memory.h"
 #include "save/Save.h"
+#include "strings/Strings.h"
+#include "json/Json.h"
 
 namespace {
 
@@ -67,6 +69,8 @@ void measureEverything(Wishes const& wishes) {
     measureAll(lookupOperations(), wishes);
     measureAll(listOperations(), wishes);
     measureAll(saveOperations(), wishes);
+    measureAll(jsonOperations(), wishes);
+    measureAll(stringOperations(), wishes);
     if (wishes.large) printGrowth();
 }
 
