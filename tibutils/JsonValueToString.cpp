@@ -23,7 +23,7 @@ wchar_t const* referenceFor(wchar_t character) noexcept {
 
 // Halves of surrogate pairs count as allowed where a wide character is only half of one.
 bool isAllowedInXml(wchar_t character) noexcept {
-    auto const code = static_cast<unsigned long>(character);
+    auto const code = static_cast<char32_t>(character);
     bool const isSurrogate = code >= 0xD800 && code <= 0xDFFF;
     return code >= 0x20 && code != 0xFFFE && code != 0xFFFF && code <= 0x10FFFF &&
            (!isSurrogate || sizeof(wchar_t) == 2);

@@ -60,9 +60,10 @@ ExitStatus run(Strings const& strings) {
     WXmlStringMap map;
     map.LoadFromString(document.SaveToString());
     CString found;
-    if (!find(strings, map, document, found))
+    if (!find(strings, map, document, found)) {
         throw failure(ExitStatus::notFound, strings.file + ": no '" + strings.key +
                                                 "' in context '" + strings.context + "'");
+    }
     printLine(toUtf8(found));
     return ExitStatus::found;
 }
