@@ -22,6 +22,9 @@ public:
     // Makes run() find again what it found first.
     virtual void restore() {}
 
+    // How many times a run counts: more than once for who does only a part of a long operation.
+    virtual double weight() const { return 1; }
+
     // What the last run computed, as a number that is equal for all who did the same. Throws when
     // the run failed.
     virtual std::uint64_t answer() = 0;

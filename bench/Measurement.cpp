@@ -40,6 +40,7 @@ int runsPerBatch(Contender& contender) {
 void compareAnswers(Operation& operation) {
     std::array<std::uint64_t, libraryCount> answers{};
     for (std::size_t i = 0; i < libraryCount; ++i) {
+        if (!operation.contenders[i]) continue;
         operation.contenders[i]->restore();
         operation.contenders[i]->run();
         answers[i] = operation.contenders[i]->answer();
@@ -52,7 +53,7 @@ void compareAnswers(Operation& operation) {
 
 double timeOnce(Contender& contender, int runs) {
     contender.restore();
-    return timeBatch(contender, runs) / runs;
+    return contender.weight() * timeBatch(contender, runs) / runs;
 }
 
 } // namespace
@@ -60,15 +61,19 @@ double timeOnce(Contender& contender, int runs) {
 Row measure(Operation& operation) {
     compareAnswers(operation);
     Row row{operation.name, Unit::seconds, {}, operation.targets};
-    row.values.fill(std::numeric_limits<double>::max());
     std::array<int, libraryCount> runs{};
-    for (std::size_t i = 0; i < libraryCount; ++i)
+    for (std::size_t i = 0; i < libraryCount; ++i) {
+        if (!operation.contenders[i]) continue;
+        row.values[i] = std::numeric_limits<double>::max();
         runs[i] = runsPerBatch(*operation.contenders[i]);
+    }
     auto const start = Clock::now();
     for (int round = 0; round < mostRounds; ++round) {
         if (round >= fewestRounds && secondsSince(start) > timePerContender * libraryCount) break;
-        for (std::size_t i = 0; i < libraryCount; ++i)
+        for (std::size_t i = 0; i < libraryCount; ++i) {
+            if (!operation.contenders[i]) continue;
             row.values[i] = std::min(row.values[i], timeOnce(*operation.contenders[i], runs[i]));
+        }
     }
     for (double& value : row.values)
         value /= operation.parts;

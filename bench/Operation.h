@@ -22,7 +22,7 @@ struct Targets {
 
 struct Operation {
     std::string name;
-    std::array<ContenderPtr, libraryCount> contenders;
+    std::array<ContenderPtr, libraryCount> contenders; // null for who cannot do it, never the first
     Targets targets;
     double parts = 1; // how often a run does what the name says; the table shows the time of one
 };
@@ -32,7 +32,7 @@ enum class Unit { seconds, bytes };
 struct Row {
     std::string name;
     Unit unit;
-    std::array<double, libraryCount> values;
+    std::array<double, libraryCount> values; // 0 where there was no contender
     Targets targets;
 };
 

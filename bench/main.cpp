@@ -24,6 +24,8 @@
 #include "lookup/Lookup.h"
 #include "memory/Memory.h"
 #include "save/Save.h"
+#include "strings/Strings.h"
+#include "json/Json.h"
 
 namespace {
 
@@ -73,6 +75,8 @@ void measureEverything(Wishes const& wishes) {
     measureAll(editOperations(), wishes);
     measureAll(layersOperations(), wishes);
     if (editsBySize.find(wishes.part) != std::string_view::npos) printEditsBySize();
+    measureAll(jsonOperations(), wishes);
+    measureAll(stringOperations(), wishes);
     if (wishes.large) printGrowth();
 }
 

@@ -53,37 +53,39 @@ bool AttributeIndex::visit(std::string_view value, std::size_t skipped, NodeVisi
     return false;
 }
 
-AttributeIndexes::Slot& AttributeIndexes::slotFor(tree::Document const& document,
-                                                  SiblingRun const& run) {
-    if (version_ != document.version()) {
-        slots_ = {};
-        version_ = document.version();
-    }
+std::size_t SiblingRunHash::operator()(SiblingRun const& run) const noexcept {
     std::uint64_t hash = mixHash(0, reinterpret_cast<std::uintptr_t>(run.parent));
     hash = mixHash(hash, reinterpret_cast<std::uintptr_t>(run.element));
-    hash = mixHash(hash, reinterpret_cast<std::uintptr_t>(run.attribute));
-    return slots_[hash % slots_.size()];
+    return mixHash(hash, reinterpret_cast<std::uintptr_t>(run.attribute));
+}
+
+// The document's indexes that are still right, null when it has none yet.
+AttributeIndexes* AttributeIndexes::of(tree::Document& document) {
+    auto* const all = static_cast<AttributeIndexes*>(document.queryIndex.get());
+    if (all != nullptr && all->version_ != document.version()) {
+        all->runs_.clear();
+        all->version_ = document.version();
+    }
+    return all;
 }
 
 std::shared_ptr<AttributeIndex const> AttributeIndexes::find(tree::Document& document,
                                                              SiblingRun const& run) {
-    if (document.queryIndex == nullptr) return nullptr;
-    auto& all = *static_cast<AttributeIndexes*>(document.queryIndex.get());
-    Slot const& slot = all.slotFor(document, run);
-    return slot.run == run ? slot.index : nullptr;
+    AttributeIndexes const* const all = of(document);
+    if (all == nullptr) return nullptr;
+    auto const found = all->runs_.find(run);
+    return found == all->runs_.end() ? nullptr : found->second;
 }
 
 std::shared_ptr<AttributeIndex const> AttributeIndexes::noteLongWalk(tree::Document& document,
                                                                      SiblingRun const& run) {
     if (document.queryIndex == nullptr) document.queryIndex = std::make_shared<AttributeIndexes>();
-    auto& all = *static_cast<AttributeIndexes*>(document.queryIndex.get());
-    Slot& slot = all.slotFor(document, run);
-    if (slot.run == run) {
-        slot.index = std::make_shared<AttributeIndex const>(run);
-    } else {
-        slot = {run, nullptr};
-    }
-    return slot.index;
+    auto& runs = of(document)->runs_;
+    auto const found = runs.find(run);
+    if (found != runs.end()) return found->second = std::make_shared<AttributeIndex const>(run);
+    if (runs.size() == mostRuns) runs.clear();
+    runs.emplace(run, nullptr);
+    return nullptr;
 }
 
 bool visitByAttribute(tree::Document& document, SiblingRun const& run, std::string_view value,

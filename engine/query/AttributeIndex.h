@@ -1,11 +1,11 @@
 // `item[@id='7']` over long runs of siblings, answered without walking them.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include <tree/Document.h>
@@ -57,13 +57,21 @@ private:
     std::vector<std::uint32_t> buckets_; // a power of two
 };
 
+struct SiblingRunHash {
+    std::size_t operator()(SiblingRun const& run) const noexcept;
+};
+
 // The indexes of one document. An index costs as much as a walk over the whole run, so one is made
-// only when a run is walked far for the second time without a change in between. There are few of
-// them, and they all go when the document changes.
+// only when a run is walked far for the second time without a change in between. They all go when
+// the document changes.
 class AttributeIndexes {
 public:
     // A walk that comes this far makes an index worth while.
     static constexpr std::size_t longRun = 128;
+
+    // So many runs are remembered; one more, and all are forgotten. All indexes together hold each
+    // attribute of the document at most once, so this only bounds what empty ones take.
+    static constexpr std::size_t mostRuns = 16384;
 
     // The index of a run if there is one, else null.
     static std::shared_ptr<AttributeIndex const> find(tree::Document& document,
@@ -74,16 +82,11 @@ public:
                                                               SiblingRun const& run);
 
 private:
-    // At its run's place in the table; a newer run takes the place of an older one.
-    struct Slot {
-        SiblingRun run;
-        std::shared_ptr<AttributeIndex const> index; // null: walked far once
-    };
+    static AttributeIndexes* of(tree::Document& document);
 
-    Slot& slotFor(tree::Document const& document, SiblingRun const& run);
-
+    // By the runs that were walked far; null where that happened once.
+    std::unordered_map<SiblingRun, std::shared_ptr<AttributeIndex const>, SiblingRunHash> runs_;
     std::uint64_t version_ = 0;
-    std::array<Slot, 64> slots_;
 };
 
 // Gives the members of a run whose attribute has this value, in document order, from an index if

@@ -153,20 +153,47 @@ TEST(AttributeIndex, tellsParentsNamesAndAttributesApart) {
     }
 }
 
-// More runs than there is room for: while one index is read, another takes its place.
-TEST(AttributeIndex, canBeReplacedWhileItIsRead) {
+// Groups of elements, and one element with attributes b0, b1 and so on.
+std::string groups(int count, int names) {
     std::string xml{"<r>"};
-    for (int group = 0; group < 100; ++group) {
+    for (int group = 0; group < count; ++group) {
         xml += "<g>";
         for (int i = 0; i < 140; ++i)
             xml += "<x a='" + std::to_string(i % 70) + "'/>";
         xml += "</g>";
     }
-    Tree const tree{xml + "</r>"};
-    auto const expected = tree.select(L"/r/g/x[string(@a)='69']");
-    EXPECT_EQ(expected.size(), 200U);
-    for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(tree.select(L"/r/g/x[@a='69'][count(/r/g/x[@a='68']) = 200]"), expected);
+    xml += "<named";
+    for (int i = 0; i < names; ++i)
+        xml += " b" + std::to_string(i) + "='1'";
+    return xml + "/></r>";
+}
+
+// Every group has a run for every name, also when none of its members has such an attribute.
+std::wstring countInAll(int names) {
+    std::wstring counted;
+    for (int i = 0; i < names; ++i)
+        counted += (i == 0 ? L"/r/g/x[@b" : L" | /r/g/x[@b") + std::to_wstring(i) + L"='1']";
+    return L"count(" + counted + L")";
+}
+
+// More runs than there is room for: while an index is read, it is forgotten.
+TEST(AttributeIndex, canBeForgottenWhileItIsRead) {
+    constexpr int names = 170; // times 100 groups
+    Tree const tree{groups(100, names)};
+    auto const expected = tree.select(L"/r/g[position()<3]/x[string(@a)='69']");
+    EXPECT_EQ(expected.size(), 4U);
+    for (int i = 0; i < 3; ++i) {
+        std::wstring const query = L"/r/g[position()<3]/x[@a='69'][" + countInAll(names) + L" = 0]";
+        EXPECT_EQ(tree.select(query), expected);
+    }
+}
+
+TEST(AttributeIndex, answersForManyRunsInTurn) {
+    Tree const tree{groups(300, 0)};
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(tree.select(L"/r/g/x[@a='none']").size(), 0U);
+        EXPECT_EQ(tree.select(L"/r/g/x[@a='69']"), tree.select(L"/r/g/x[70] | /r/g/x[140]"));
+    }
 }
 
 TEST(AttributeIndex, holdsLongAndEmptyValues) {

@@ -7,7 +7,7 @@ import subprocess
 
 import program
 
-COMMANDS = ["check", "query", "get", "path"]
+COMMANDS = ["check", "query", "get", "path", "json", "xml", "strings"]
 
 WRONG = [
     ([], r"tibxml: .+ \(see tibxml --help\)"),
@@ -60,7 +60,8 @@ class Usage(program.ProgramTest):
 
     def test_help_shows_every_option(self):
         for command, options in [("query", ["--ns", "--text", "--xml", "--count"]),
-                                 ("get", ["--ns", "--type", "--default"])]:
+                                 ("get", ["--ns", "--type", "--default"]),
+                                 ("json", ["--ns", "--pretty"]), ("strings", ["--reverse"])]:
             printed = self.start([command, "--help"])[1].decode()
             for option in options:
                 self.assertIn(f"  {option} ", printed)

@@ -25,6 +25,9 @@ AddCommand addSet;
 AddCommand addDelete;
 AddCommand addLayered;
 AddCommand addPath;
+AddCommand addJson;
+AddCommand addXml;
+AddCommand addStrings;
 
 // In the order of the program's help.
 inline constexpr AddCommand* allCommands[] = {
@@ -35,6 +38,9 @@ inline constexpr AddCommand* allCommands[] = {
     addDelete,  //
     addLayered, //
     addPath,    //
+    addJson,    //
+    addXml,     //
+    addStrings, //
 };
 
 } // namespace tibxml::tool

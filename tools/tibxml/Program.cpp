@@ -27,6 +27,8 @@ Examples:
   tibxml delete settings.xml "recent/file[3]"
   tibxml layered get defaults.xml user.xml autosave @enabled --type bool
   tibxml path "/settings/window[@id='main']/title"
+  tibxml json settings.xml --pretty
+  tibxml strings german.xml menu open
 
 "tibxml COMMAND --help" tells more about a command.)";
 

@@ -1,0 +1,93 @@
+#include <TibXml/JsonConversion.h>
+
+#include <TibXml/WXPath.h>
+#include <TibXml/WXmlNode.h>
+#include <TibXml/WXmlNodeList.h>
+#include <TibXml/WXmlValueAccessor.h>
+
+#include <utility>
+#include <vector>
+
+using TibUtils::Variant;
+using TibUtils::Json::Array;
+using TibUtils::Json::Object;
+
+namespace {
+
+Object attributesOf(WXmlNode const& node, std::vector<CString> const& names) {
+    Object attributes;
+    for (CString const& name : names)
+        attributes.AddValue(name, node.Attribute(L"@" + name).GetString_throws());
+    return attributes;
+}
+
+/// Adds all but the children.
+void describe(WXmlNode const& node, Object& object) {
+    object.AddValue(L"tag", node.GetName());
+    std::vector<CString> names;
+    node.GetAttributes(names);
+    if (!names.empty()) object.AddValue(L"attributes", attributesOf(node, names));
+}
+
+/// Describes a whole tree with a stack of its own, so that depth costs memory and nothing else.
+class Conversion {
+public:
+    void run(WXmlNode const& node, Object& result) {
+        describe(node, result);
+        if (!node.HasChildren()) return;
+        openChildrenOf(node, {});
+        while (open_.size() > 1 || open_.back().next < open_.back().count)
+            step();
+        result.AddValue(L"children", std::move(open_.back().children));
+    }
+
+private:
+    /// An element whose children are being described. The outermost one's object is the result,
+    /// which is kept elsewhere.
+    struct Open {
+        Object object;
+        Array children;
+        WXmlNodeList nodes;
+        int count;
+        int next;
+    };
+
+    void openChildrenOf(WXmlNode const& node, Object object) {
+        WXmlNodeList nodes = node.GetNodes(childElements_);
+        int const count = nodes.Count();
+        open_.push_back({std::move(object), {}, std::move(nodes), count, 0});
+    }
+
+    void step() {
+        Open& parent = open_.back();
+        if (parent.next < parent.count) {
+            describeChild(parent.nodes.Node(parent.next++));
+        } else {
+            parent.object.AddValue(L"children", std::move(parent.children));
+            Object finished = std::move(parent.object);
+            open_.pop_back();
+            open_.back().children.AddValue(std::move(finished));
+        }
+    }
+
+    void describeChild(WXmlNode const& node) {
+        Object object;
+        describe(node, object);
+        if (node.HasChildren()) {
+            openChildrenOf(node, std::move(object));
+        } else {
+            open_.back().children.AddValue(std::move(object));
+        }
+    }
+
+    WXPath const childElements_{L"child::*"};
+    std::vector<Open> open_;
+};
+
+} // namespace
+
+bool JsonConvertFromXml(WXmlNode const& node, Variant& value) {
+    value = Object{};
+    Conversion{}.run(node, value.Get<Object>());
+    return true;
+}
