@@ -7,4 +7,5 @@
 #include <TibXml/WXmlDoc.h>
 #include <TibXml/WXmlNode.h>
 #include <TibXml/WXmlNodeList.h>
+#include <TibXml/WXmlSax.h>
 #include <TibXml/WXmlValueAccessor.h>
