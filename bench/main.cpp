@@ -21,6 +21,7 @@
 #include "lookup/Lookup.h"
 #include "memory/Memory.h"
 #include "save/Save.h"
+#include "sax/Sax.h"
 
 namespace {
 
@@ -67,6 +68,8 @@ void measureEverything(Wishes const& wishes) {
     measureAll(lookupOperations(), wishes);
     measureAll(listOperations(), wishes);
     measureAll(saveOperations(), wishes);
+    if (std::string_view{"sax"}.find(wishes.part) != std::string_view::npos)
+        printSax(largeSettings());
     if (wishes.large) printGrowth();
 }
 

@@ -7,7 +7,7 @@ import subprocess
 
 import program
 
-COMMANDS = ["check", "query", "get", "path"]
+COMMANDS = ["check", "query", "get", "path", "events", "stats"]
 
 WRONG = [
     ([], r"tibxml: .+ \(see tibxml --help\)"),

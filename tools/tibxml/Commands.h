@@ -22,13 +22,17 @@ AddCommand addCheck;
 AddCommand addQuery;
 AddCommand addGet;
 AddCommand addPath;
+AddCommand addEvents;
+AddCommand addStats;
 
 // In the order of the program's help.
 inline constexpr AddCommand* allCommands[] = {
-    addCheck, //
-    addQuery, //
-    addGet,   //
-    addPath,  //
+    addCheck,  //
+    addQuery,  //
+    addGet,    //
+    addPath,   //
+    addEvents, //
+    addStats,  //
 };
 
 } // namespace tibxml::tool

@@ -23,6 +23,8 @@ Examples:
   tibxml query settings.xml "//file/@opened" --text
   tibxml get settings.xml autosave/minutes --type int --default 5
   tibxml path "/settings/window[@id='main']/title"
+  tibxml events settings.xml
+  tibxml stats settings.xml
 
 "tibxml COMMAND --help" tells more about a command.)";
 

@@ -10,10 +10,10 @@ inline constexpr IID IID_ISAXLocator{
 /// it means something during the parse only.
 class ISAXLocator : public IUnknown {
 public:
-    /// The character in its line, from 1; 0 while nothing was read.
+    /// The character in its line, from 1.
     virtual HRESULT getColumnNumber(int* column) = 0;
 
-    /// The line, from 1; 0 while nothing was read.
+    /// The line, from 1.
     virtual HRESULT getLineNumber(int* line) = 0;
 
     /// Always null: only entities outside of the document have one, and there are none.
