@@ -6,6 +6,7 @@
 #include <TibXml/platform/ErrorInfo.h>
 
 #include "Failure.h"
+#include "Output.h"
 #include "Text.h"
 
 namespace tibxml::tool {
@@ -25,7 +26,9 @@ std::string lastReason() {
 void streamDocument(WXmlSax& sax, InputFile& input, std::string const& name) {
     bool const isDone = sax.ParseIStream(&input);
     input.requireSuccess();
-    if (!isDone) throw Failure{ExitStatus::notFound, name + ":" + lastReason()};
+    if (isDone) return;
+    finishOutput(); // what was printed comes before the complaint about what follows it
+    throw Failure{ExitStatus::notFound, name + ":" + lastReason()};
 }
 
 } // namespace tibxml::tool
