@@ -36,11 +36,13 @@ std::size_t SaxNames::Hash::operator()(Key const& key) const noexcept {
     return hash ^ (hash >> 29);
 }
 
-SaxNames::Recent SaxNames::lookUp(Key const& key) {
+SaxName const& SaxNames::lookUp(Key const& key, Recent& recent) {
     auto found = names_.find(key);
     if (found == names_.end())
         found = names_.emplace(key, wide(key.local, key.prefix, key.uri)).first;
-    return {key, &found->second};
+    SaxName const& name = found->second;
+    recent = {key, &name};
+    return name;
 }
 
 } // namespace tibxml::reader

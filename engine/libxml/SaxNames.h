@@ -22,10 +22,9 @@ public:
     // long as this object. Throws std::bad_alloc.
     SaxName const& name(unsigned char const* local, unsigned char const* prefix,
                         unsigned char const* uri) {
+        Key const key{local, prefix, uri};
         Recent& recent = recent_[slotOf(local)];
-        if (recent.name == nullptr || recent.key != Key{local, prefix, uri})
-            recent = lookUp({local, prefix, uri});
-        return *recent.name;
+        return recent.name != nullptr && recent.key == key ? *recent.name : lookUp(key, recent);
     }
 
     // The wide form of one string of the dictionary; null counts as empty.
@@ -58,7 +57,8 @@ private:
         return (address ^ (address >> 8)) % slots;
     }
 
-    Recent lookUp(Key const& key);
+    // The name from the table, which the slot is for from now on.
+    SaxName const& lookUp(Key const& key, Recent& recent);
 
     // In front of the table, by the address of the local name.
     std::array<Recent, slots> recent_{};

@@ -31,7 +31,7 @@ Examples:
 std::uint64_t utf8Size(WXmlSaxText const& text) noexcept {
     std::uint64_t size = 0;
     for (wchar_t const c : std::wstring_view{text.text, static_cast<std::size_t>(text.length)}) {
-        auto const code = static_cast<std::uint32_t>(c);
+        auto const code = static_cast<char32_t>(c);
         size += code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
     }
     return size;
