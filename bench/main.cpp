@@ -24,6 +24,7 @@
 #include "lookup/Lookup.h"
 #include "memory/Memory.h"
 #include "save/Save.h"
+#include "sax/Sax.h"
 #include "strings/Strings.h"
 #include "json/Json.h"
 
@@ -77,6 +78,8 @@ void measureEverything(Wishes const& wishes) {
     if (editsBySize.find(wishes.part) != std::string_view::npos) printEditsBySize();
     measureAll(jsonOperations(), wishes);
     measureAll(stringOperations(), wishes);
+    if (std::string_view{"sax"}.find(wishes.part) != std::string_view::npos)
+        printSax(largeSettings());
     if (wishes.large) printGrowth();
 }
 

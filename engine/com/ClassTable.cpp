@@ -2,12 +2,14 @@
 #include <TibXml/platform/ComRuntime.h>
 
 #include "DocumentObject.h"
+#include "SaxReaderObject.h"
 
 namespace tibxml::platform {
 
 std::span<ComClass const> comClasses() noexcept {
     static constexpr ComClass classes[] = {
         {CLSID_DOMDocument60, com::DocumentObject::create},
+        {CLSID_SAXXMLReader60, com::SaxReaderObject::create},
     };
     return classes;
 }

@@ -10,8 +10,8 @@
 #include "Insertion.h"
 #include "NodeFactory.h"
 #include "ParseErrorObject.h"
-#include "Sources.h"
 #include "Text.h"
+#include "TreeSource.h"
 
 namespace tibxml::com {
 
@@ -89,14 +89,17 @@ HRESULT DocumentObject::load(VARIANT source, VARIANT_BOOL* isSuccessful) noexcep
 }
 
 bool DocumentObject::loadFrom(VARIANT const& source, reader::ReadError& error) {
-    if (source.vt != VT_BSTR) return readStream(storage(), source.punkVal, error);
+    TreeSource tree{storage()};
+    if (source.vt != VT_BSTR) return readStream(tree, source.punkVal, error);
     loadedPath_ = pathOf(source.bstrVal);
-    return readFile(storage(), loadedPath_, error);
+    return readFile(tree, loadedPath_, error);
 }
 
 HRESULT DocumentObject::loadXML(BSTR text, VARIANT_BOOL* isSuccessful) noexcept {
-    return loadBy(isSuccessful,
-                  [&](reader::ReadError& error) { return readWide(storage(), text, error); });
+    return loadBy(isSuccessful, [&](reader::ReadError& error) {
+        TreeSource tree{storage()};
+        return readWide(tree, text, error);
+    });
 }
 
 HRESULT DocumentObject::save(VARIANT destination) noexcept {

@@ -98,31 +98,31 @@ std::string pathOf(BSTR text) {
     return path;
 }
 
-bool readFile(tree::Document& document, std::string const& path, reader::ReadError& error) {
+bool readFile(SourceReader& reader, std::string const& path, reader::ReadError& error) {
     int reason = ENOENT;
     std::string const local{withoutFileScheme(path)};
     for (std::string const& candidate : {path, local, decodePercents(local)}) {
         FileSource source{candidate.c_str()};
-        if (source.isOpen()) return reader::read(document, source, error);
+        if (source.isOpen()) return reader.readBytes(source, error);
         if (errno != ENOENT) reason = errno;
     }
     return fail(error, "cannot open the file: " + std::generic_category().message(reason));
 }
 
-bool readStream(tree::Document& document, IUnknown* object, reader::ReadError& error) {
+bool readStream(SourceReader& reader, IUnknown* object, reader::ReadError& error) {
     ComPtr<ISequentialStream> const stream = streamOf(object);
     if (!stream) return fail(error, "the object is not a stream");
     StreamSource source{stream.get()};
-    return reader::read(document, source, error);
+    return reader.readBytes(source, error);
 }
 
-bool readWide(tree::Document& document, BSTR text, reader::ReadError& error) {
+bool readWide(SourceReader& reader, BSTR text, reader::ReadError& error) {
     std::wstring_view wide = viewOf(text);
     wide = wide.substr(0, wide.find(L'\0'));
     std::string utf8;
     if (!platform::appendUtf8(utf8, wide))
         return fail(error, "the text holds characters that are not Unicode");
-    return reader::readUtf8(document, utf8, error);
+    return reader.readText(utf8, error);
 }
 
 } // namespace tibxml::com

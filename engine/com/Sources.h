@@ -1,10 +1,12 @@
-// Where loads read from: paths, streams and strings.
+// Where documents are read from: paths, streams and strings.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include <TibXml/platform/Variant.h>
-#include <reader/Reader.h>
+#include <reader/ByteSource.h>
+#include <reader/ReadError.h>
 
 namespace tibxml::com {
 
@@ -14,16 +16,26 @@ bool isSource(VARIANT const& source) noexcept;
 // A path or `file:` URL as UTF-8, empty when it is no Unicode text. Throws std::bad_alloc.
 std::string pathOf(BSTR text);
 
-// All as reader::read: false with the error filled when there is nothing that can be read or it is
-// not a document.
+// What becomes of a source once it is open: both functions answer as reader::read does.
+class SourceReader {
+public:
+    virtual bool readBytes(reader::ByteSource& source, reader::ReadError& error) = 0;
+    virtual bool readText(std::string_view utf8, reader::ReadError& error) = 0;
+
+protected:
+    ~SourceReader() = default;
+};
+
+// All answer what the reader does, or false with the error filled when there is nothing that it can
+// read.
 //
 // The path is tried as it is, then as a file: URL, then with its %XX decoded.
-bool readFile(tree::Document& document, std::string const& path, reader::ReadError& error);
+bool readFile(SourceReader& reader, std::string const& path, reader::ReadError& error);
 
 // From the current position of an object that offers ISequentialStream or IStream.
-bool readStream(tree::Document& document, IUnknown* object, reader::ReadError& error);
+bool readStream(SourceReader& reader, IUnknown* object, reader::ReadError& error);
 
 // Up to the first NUL.
-bool readWide(tree::Document& document, BSTR text, reader::ReadError& error);
+bool readWide(SourceReader& reader, BSTR text, reader::ReadError& error);
 
 } // namespace tibxml::com

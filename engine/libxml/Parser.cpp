@@ -8,20 +8,11 @@
 
 #include <tree/NameCharacters.h>
 
-#include "SourcePosition.h"
+#include "DeclaredEncoding.h"
 
 namespace tibxml::reader {
 
 namespace {
-
-std::string_view view(xmlChar const* text) noexcept {
-    return text != nullptr ? std::string_view{reinterpret_cast<char const*>(text)}
-                           : std::string_view{};
-}
-
-std::string_view view(xmlChar const* text, int length) noexcept {
-    return {reinterpret_cast<char const*>(text), static_cast<std::size_t>(length)};
-}
 
 // The parser's words in one line.
 std::string inOneLine(std::string_view message) {
@@ -52,18 +43,6 @@ private:
     void* oldData_;
 };
 
-// The encoding that the XML declaration at the start of `text` names; a part of it, or empty.
-std::string_view declaredEncoding(std::string_view text) noexcept {
-    text = text.substr(0, text.find("?>"));
-    std::size_t const name = text.find("encoding");
-    if (name == std::string_view::npos) return {};
-    std::size_t const open = text.find_first_of("\"'", name);
-    if (open == std::string_view::npos) return {};
-    std::size_t const close = text.find(text[open], open + 1);
-    if (close == std::string_view::npos) return {};
-    return text.substr(open + 1, close - open - 1);
-}
-
 void initializeOnce() {
     static bool const initialized = (xmlInitParser(), true);
     static_cast<void>(initialized);
@@ -71,21 +50,8 @@ void initializeOnce() {
 
 } // namespace
 
-// What libxml2 calls from its C frames, through which no exception may pass: each is kept, ends the
-// parse, and is thrown again by run().
-struct ParserEvents {
-    template <class Step>
-    static void guarded(void* data, Step step) noexcept {
-        Parser& parser = *static_cast<Parser*>(data);
-        // Some errors do not end the parse, but what comes after them may lack what was wrong.
-        if (parser.error_.code != 0) return;
-        try {
-            step(parser);
-        } catch (...) {
-            parser.stopForException();
-        }
-    }
-
+// What libxml2 calls from its C frames whatever a parser does with the content.
+struct ParserCallbacks {
     static int read(void* data, char* buffer, int size) {
         Parser& parser = *static_cast<Parser*>(data);
         std::ptrdiff_t const count = parser.fill(buffer, static_cast<std::size_t>(size));
@@ -96,56 +62,8 @@ struct ParserEvents {
 
     static int close(void*) { return 0; }
 
-    static void startDocument(void* data) {
-        guarded(data, [](Parser& parser) { parser.readDeclaration(); });
-    }
-
     static void documentType(void* data, xmlChar const*, xmlChar const*, xmlChar const*) {
         static_cast<Parser*>(data)->stop(errorDocumentType, "DTD is prohibited");
-    }
-
-    static void startElement(void* data, xmlChar const* local, xmlChar const* prefix,
-                             xmlChar const* uri, int declarationCount, xmlChar const** declarations,
-                             int attributeCount, int /*defaulted*/, xmlChar const** attributes) {
-        guarded(data, [&](Parser& parser) {
-            if (parser.builder_.depth() == maximumDepth)
-                return parser.stop(errorTooDeep, "elements are nested more than 256 deep");
-            ParsedStartTag tag{local,
-                               prefix,
-                               uri,
-                               reinterpret_cast<ParsedDeclaration const*>(declarations),
-                               declarationCount,
-                               reinterpret_cast<ParsedAttribute const*>(attributes),
-                               attributeCount,
-                               {}};
-            if (declarationCount != 0 && attributeCount != 0) tag.source = parser.startTagSource();
-            parser.builder_.startElement(tag);
-        });
-    }
-
-    static void endElement(void* data, xmlChar const*, xmlChar const*, xmlChar const*) {
-        guarded(data, [](Parser& parser) { parser.builder_.endElement(); });
-    }
-
-    static void characters(void* data, xmlChar const* text, int length) {
-        guarded(data, [&](Parser& parser) {
-            std::string_view const piece = view(text, length);
-            parser.builder_.characters(piece, parser.isReference(piece.data()));
-        });
-    }
-
-    static void cdata(void* data, xmlChar const* text, int length) {
-        guarded(data, [&](Parser& parser) { parser.builder_.cdata(view(text, length)); });
-    }
-
-    static void comment(void* data, xmlChar const* text) {
-        guarded(data, [&](Parser& parser) { parser.builder_.comment(view(text)); });
-    }
-
-    static void processingInstruction(void* data, xmlChar const* target, xmlChar const* content) {
-        guarded(data, [&](Parser& parser) {
-            parser.builder_.processingInstruction(view(target), view(content));
-        });
     }
 
     static void error(void* data, xmlError* error) {
@@ -157,37 +75,18 @@ struct ParserEvents {
         parser.fail(errorNotWellFormed + static_cast<std::uint32_t>(error->code),
                     error->message != nullptr ? error->message : "");
     }
-
-    static xmlSAXHandler handler() noexcept {
-        xmlSAXHandler handler{};
-        handler.initialized = XML_SAX2_MAGIC;
-        handler.internalSubset = documentType;
-        handler.startDocument = startDocument;
-        handler.startElementNs = startElement;
-        handler.endElementNs = endElement;
-        handler.characters = characters;
-        // The same function for both keeps the parser from guessing which white space matters.
-        handler.ignorableWhitespace = characters;
-        handler.cdataBlock = cdata;
-        handler.comment = comment;
-        handler.processingInstruction = processingInstruction;
-        handler.serror = error;
-        return handler;
-    }
 };
 
-static_assert(sizeof(ParsedAttribute) == 5 * sizeof(xmlChar const*));
-static_assert(sizeof(ParsedDeclaration) == 2 * sizeof(xmlChar const*));
-
-Parser::Parser(tree::Document& document, ByteSource& source, EncodingRule rule, ReadError& error)
+Parser::Parser(ByteSource& source, EncodingRule rule, ReadError& error, xmlSAXHandler handler)
     : source_{source},
       error_{error},
-      rule_{rule},
-      builder_{document} {
+      rule_{rule} {
     initializeOnce();
-    xmlSAXHandler handler = ParserEvents::handler();
-    context_.reset(xmlCreateIOParserCtxt(&handler, this, ParserEvents::read, ParserEvents::close,
-                                         this, XML_CHAR_ENCODING_NONE));
+    handler.initialized = XML_SAX2_MAGIC;
+    handler.internalSubset = ParserCallbacks::documentType;
+    handler.serror = ParserCallbacks::error;
+    context_.reset(xmlCreateIOParserCtxt(&handler, this, ParserCallbacks::read,
+                                         ParserCallbacks::close, this, XML_CHAR_ENCODING_NONE));
     if (!context_) throw std::bad_alloc{};
     int const encoding = rule == EncodingRule::alwaysUtf8 ? XML_PARSE_IGNORE_ENC : 0;
     // Without document types "no entities" means the predefined ones: without it they would arrive
@@ -198,13 +97,14 @@ Parser::Parser(tree::Document& document, ByteSource& source, EncodingRule rule, 
 
 bool Parser::run() {
     {
-        ThreadErrors const errors{ParserEvents::error, this};
+        ThreadErrors const errors{ParserCallbacks::error, this};
         xmlParseDocument(context_.get());
     }
     if (exception_) std::rethrow_exception(exception_);
+    if (isOver_) return false;
     if (context_->wellFormed == 0) fail(errorNotWellFormed, "the document is not well formed");
     if (endsWithinCharacter()) fail(errorNotWellFormed, "the last character is incomplete");
-    return error_.code == 0;
+    return !isOver_;
 }
 
 // Bytes that were read and never became a character.
@@ -226,7 +126,8 @@ std::ptrdiff_t Parser::fill(char* buffer, std::size_t size) noexcept {
 }
 
 void Parser::fail(std::uint32_t code, std::string_view reason) noexcept {
-    if (error_.code != 0) return;
+    if (isOver_) return;
+    isOver_ = true;
     error_.code = code;
     try {
         error_.reason = inOneLine(reason);
@@ -238,36 +139,50 @@ void Parser::fail(std::uint32_t code, std::string_view reason) noexcept {
 
 void Parser::stop(std::uint32_t code, std::string_view reason) noexcept {
     fail(code, reason);
+    stop();
+}
+
+void Parser::stop() noexcept {
+    isOver_ = true;
     xmlStopParser(context_.get());
 }
 
 void Parser::stopForException() noexcept {
     exception_ = std::current_exception();
-    xmlStopParser(context_.get());
+    stop();
+}
+
+bool Parser::stopsTooDeep() noexcept {
+    if (context_->nameNr < maximumDepth) return false;
+    stop(errorTooDeep, "elements are nested more than 256 deep");
+    return true;
+}
+
+SourcePosition Parser::position() const noexcept {
+    xmlParserInput const& input = *context_->input;
+    return positionOf({reinterpret_cast<char const*>(input.base),
+                       static_cast<std::size_t>(input.end - input.base)},
+                      static_cast<std::size_t>(input.cur - input.base));
+}
+
+long Parser::line() const noexcept {
+    return isOver_ ? error_.line : context_->input->line;
+}
+
+long Parser::column() const noexcept {
+    if (isOver_) return error_.column;
+    SourcePosition const here = position();
+    return here.lineIsWhole ? here.column : context_->input->col;
 }
 
 void Parser::locate() {
     if (!context_ || context_->input == nullptr) return; // the very first read already failed
     xmlParserInput const& input = *context_->input;
-    SourcePosition const position = positionOf({reinterpret_cast<char const*>(input.base),
-                                                static_cast<std::size_t>(input.end - input.base)},
-                                               static_cast<std::size_t>(input.cur - input.base));
-    error_.sourceLine = wellFormed(position.line);
+    SourcePosition const here = position();
+    error_.sourceLine = wellFormed(here.line);
     error_.line = input.line;
-    error_.column = position.lineIsWhole ? position.column : input.col;
+    error_.column = here.lineIsWhole ? here.column : input.col;
     error_.offset = forgotten_ + static_cast<long>(input.consumed) + (input.cur - input.base);
-}
-
-void Parser::readDeclaration() {
-    if (context_->standalone == -1) return; // there is none
-    noteForgotten();
-    std::string content = "version=\"";
-    content.append(view(context_->version)).append("\"");
-    std::string_view const encoding = encodingName();
-    if (!encoding.empty()) content.append(" encoding=\"").append(encoding).append("\"");
-    if (context_->standalone >= 0)
-        content += context_->standalone == 1 ? " standalone=\"yes\"" : " standalone=\"no\"";
-    builder_.declaration(content);
 }
 
 // When the declaration names an encoding the parser may start over behind that name and forget that
@@ -280,31 +195,6 @@ void Parser::noteEncoding(std::string_view start) noexcept {
 void Parser::noteForgotten() noexcept {
     xmlChar const first = *context_->input->base;
     if (first == '?' || tree::isBlank(first)) forgotten_ = behindEncoding_;
-}
-
-std::string_view Parser::encodingName() const noexcept {
-    xmlParserInput const& input = *context_->input;
-    if (rule_ == EncodingRule::alwaysUtf8)
-        return declaredEncoding(view(input.base, static_cast<int>(input.cur - input.base)));
-    return context_->encoding != nullptr ? view(context_->encoding) : view(input.encoding);
-}
-
-std::string_view Parser::startTagSource() const noexcept {
-    auto const* const end = reinterpret_cast<char const*>(context_->input->cur);
-    auto const* begin = end;
-    do {
-        --begin;
-    } while (*begin != '<'); // which no attribute value may contain
-    return {begin, static_cast<std::size_t>(end - begin)};
-}
-
-// A character reference arrives as a piece of its own, right after its ';' was read, from outside
-// the parser's input.
-bool Parser::isReference(char const* text) const noexcept {
-    xmlParserInput const& input = *context_->input;
-    auto const* const byte = reinterpret_cast<xmlChar const*>(text);
-    return (byte < input.base || byte > input.end) && input.cur > input.base &&
-           input.cur[-1] == ';';
 }
 
 } // namespace tibxml::reader

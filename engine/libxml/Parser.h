@@ -1,5 +1,6 @@
-// One run of libxml2's parser over a source: its events go to a TreeBuilder, its errors into a
-// ReadError, and nothing of it reaches the process-wide state of the library.
+// One run of libxml2's parser over a source: its errors go into a ReadError, and nothing of it
+// reaches the process-wide state of the library. What becomes of its events is up to the class
+// derived from this.
 #pragma once
 
 #include <exception>
@@ -7,9 +8,10 @@
 
 #include <libxml/parser.h>
 
-#include <reader/Reader.h>
+#include <reader/ByteSource.h>
+#include <reader/ReadError.h>
 
-#include "TreeBuilder.h"
+#include "SourcePosition.h"
 
 namespace tibxml::reader {
 
@@ -17,17 +19,52 @@ enum class EncodingRule { detect, alwaysUtf8 };
 
 class Parser {
 public:
-    Parser(tree::Document& document, ByteSource& source, EncodingRule rule, ReadError& error);
     Parser(Parser const&) = delete;
     Parser& operator=(Parser const&) = delete;
-    ~Parser() = default;
 
-    // True when the whole document was read; otherwise the error is filled. Throws std::bad_alloc
-    // and what the builder throws.
+    // True when the whole document was read; otherwise the error is filled, unless stop() ended it.
+    // Throws std::bad_alloc and what the events have thrown.
     bool run();
 
+    // Where the parser stands, or the place of the error.
+    long line() const noexcept;
+    long column() const noexcept;
+
+protected:
+    // The handler's functions get this object, as a pointer to Parser, for their data. Errors and
+    // document types are taken care of here.
+    Parser(ByteSource& source, EncodingRule rule, ReadError& error, xmlSAXHandler handler);
+    ~Parser() = default;
+
+    // Does what an event asks for, called from libxml2's C frames, through which no exception may
+    // pass: one that is thrown is kept, ends the parse, and is thrown again by run().
+    template <class Actual, class Step>
+    static void guarded(void* data, Step step) noexcept {
+        Parser& parser = *static_cast<Parser*>(data);
+        // Some errors do not end the parse, but what comes after them may lack what was wrong.
+        if (parser.isOver_) return;
+        try {
+            step(static_cast<Actual&>(parser));
+        } catch (...) {
+            parser.stopForException();
+        }
+    }
+
+    // Ends the parse without an error.
+    void stop() noexcept;
+
+    // To be asked before an element starts: whether that has ended the parse as one too deep.
+    bool stopsTooDeep() noexcept;
+
+    // To be called when there was an XML declaration.
+    void noteForgotten() noexcept;
+
+    EncodingRule rule() const noexcept { return rule_; }
+
+    xmlParserCtxt const& context() const noexcept { return *context_; }
+
 private:
-    friend struct ParserEvents; // the functions that the parser calls
+    friend struct ParserCallbacks; // the functions that libxml2 calls
 
     struct FreeContext {
         void operator()(xmlParserCtxt* context) const noexcept { xmlFreeParserCtxt(context); }
@@ -41,21 +78,17 @@ private:
     void fail(std::uint32_t code, std::string_view reason) noexcept;
     void stop(std::uint32_t code, std::string_view reason) noexcept;
     void stopForException() noexcept;
+    SourcePosition position() const noexcept;
     void locate();
-    void readDeclaration();
     void noteEncoding(std::string_view start) noexcept;
-    void noteForgotten() noexcept;
     bool endsWithinCharacter() const noexcept;
-    std::string_view encodingName() const noexcept;
-    std::string_view startTagSource() const noexcept;
-    bool isReference(char const* text) const noexcept;
 
     ByteSource& source_;
     ReadError& error_;
     EncodingRule rule_;
-    TreeBuilder builder_;
     std::unique_ptr<xmlParserCtxt, FreeContext> context_;
     std::exception_ptr exception_;
+    bool isOver_ = false; // by an error, an exception or stop()
     bool hasStarted_ = false;
     long behindEncoding_ = 0; // where the name of the encoding ends, with its quote
     long forgotten_ = 0;      // bytes that the parser's own count of bytes lacks

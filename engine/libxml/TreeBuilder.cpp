@@ -11,16 +11,6 @@ namespace tibxml::reader {
 
 namespace {
 
-std::string_view view(unsigned char const* text) noexcept {
-    return text != nullptr ? std::string_view{reinterpret_cast<char const*>(text)}
-                           : std::string_view{};
-}
-
-std::string_view valueOf(ParsedAttribute const& attribute) noexcept {
-    return {reinterpret_cast<char const*>(attribute.value),
-            static_cast<std::size_t>(attribute.valueEnd - attribute.value)};
-}
-
 bool isSpace(char c) noexcept {
     return c == ' ' || c == '\n' || c == '\t' || c == '\r';
 }

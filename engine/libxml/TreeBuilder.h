@@ -8,22 +8,9 @@
 
 #include <tree/Document.h>
 
+#include "ParsedText.h"
+
 namespace tibxml::reader {
-
-// What the parser says about one attribute: five pointers in a row.
-struct ParsedAttribute {
-    unsigned char const* local;
-    unsigned char const* prefix;
-    unsigned char const* uri;
-    unsigned char const* value;
-    unsigned char const* valueEnd;
-};
-
-// What it says about one namespace declaration.
-struct ParsedDeclaration {
-    unsigned char const* prefix; // null for the default namespace
-    unsigned char const* uri;
-};
 
 // A start tag as the parser hands it over. Names and URIs are its dictionary's strings: equal ones
 // have equal addresses while one document is read.
@@ -53,8 +40,6 @@ public:
     void cdata(std::string_view content);
     void comment(std::string_view content);
     void processingInstruction(std::string_view target, std::string_view data);
-
-    int depth() const noexcept { return depth_; }
 
 private:
     struct CachedName {

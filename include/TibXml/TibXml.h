@@ -8,5 +8,6 @@
 #include <TibXml/WXmlDoc.h>
 #include <TibXml/WXmlNode.h>
 #include <TibXml/WXmlNodeList.h>
+#include <TibXml/WXmlSax.h>
 #include <TibXml/WXmlStringMap.h>
 #include <TibXml/WXmlValueAccessor.h>

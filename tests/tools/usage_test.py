@@ -7,7 +7,8 @@ import subprocess
 
 import program
 
-COMMANDS = ["check", "query", "get", "path", "json", "xml", "strings"]
+COMMANDS = ["check", "query", "get", "set", "delete", "layered", "path", "json", "xml", "strings",
+            "events", "stats"]
 
 WRONG = [
     ([], r"tibxml: .+ \(see tibxml --help\)"),

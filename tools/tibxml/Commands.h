@@ -28,6 +28,8 @@ AddCommand addPath;
 AddCommand addJson;
 AddCommand addXml;
 AddCommand addStrings;
+AddCommand addEvents;
+AddCommand addStats;
 
 // In the order of the program's help.
 inline constexpr AddCommand* allCommands[] = {
@@ -41,6 +43,8 @@ inline constexpr AddCommand* allCommands[] = {
     addJson,    //
     addXml,     //
     addStrings, //
+    addEvents,  //
+    addStats,   //
 };
 
 } // namespace tibxml::tool

@@ -4,8 +4,6 @@
 #include <system_error>
 #include <utility>
 
-#include <TibXml/platform/HResult.h>
-
 #include "Failure.h"
 
 namespace tibxml::tool {
@@ -35,8 +33,9 @@ void InputFile::requireSuccess() const {
 
 HRESULT InputFile::QueryInterface(REFIID iid, void** object) noexcept {
     if (object == nullptr) return E_POINTER;
-    bool const isOffered = iid == IID_ISequentialStream || iid == IID_IUnknown;
-    *object = isOffered ? static_cast<ISequentialStream*>(this) : nullptr;
+    bool const isOffered =
+        iid == IID_IStream || iid == IID_ISequentialStream || iid == IID_IUnknown;
+    *object = isOffered ? static_cast<IStream*>(this) : nullptr;
     if (!isOffered) return E_NOINTERFACE;
     AddRef();
     return S_OK;
@@ -52,6 +51,7 @@ ULONG InputFile::Release() noexcept {
 
 HRESULT InputFile::Read(void* buffer, ULONG count, ULONG* done) noexcept {
     std::size_t const got = std::fread(buffer, 1, count, file_);
+    position_ += got;
     bool const isFailure = got < count && std::ferror(file_) != 0;
     if (isFailure) error_ = errno;
     if (done != nullptr) *done = static_cast<ULONG>(got);

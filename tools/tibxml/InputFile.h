@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 
+#include <TibXml/platform/HResult.h>
 #include <TibXml/platform/Stream.h>
 
 namespace tibxml::tool {
@@ -12,7 +14,7 @@ namespace tibxml::tool {
 /// the difference.
 ///
 /// It belongs to whoever makes it, who keeps it until the engine has let go of it.
-class InputFile final : public ISequentialStream {
+class InputFile final : public IStream {
 public:
     /// Throws `Failure` when the file cannot be opened.
     explicit InputFile(std::string name);
@@ -30,11 +32,40 @@ public:
     HRESULT Read(void* buffer, ULONG count, ULONG* done) noexcept override;
     HRESULT Write(void const* buffer, ULONG count, ULONG* done) noexcept override;
 
+    // It can be read from its beginning to its end and nothing else.
+    HRESULT Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) noexcept override { return E_NOTIMPL; }
+
+    HRESULT SetSize(ULARGE_INTEGER) noexcept override { return E_NOTIMPL; }
+
+    HRESULT CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) noexcept override {
+        return E_NOTIMPL;
+    }
+
+    HRESULT Commit(DWORD) noexcept override { return E_NOTIMPL; }
+
+    HRESULT Revert() noexcept override { return E_NOTIMPL; }
+
+    HRESULT LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) noexcept override {
+        return E_NOTIMPL;
+    }
+
+    HRESULT UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) noexcept override {
+        return E_NOTIMPL;
+    }
+
+    HRESULT Stat(STATSTG*, DWORD) noexcept override { return E_NOTIMPL; }
+
+    HRESULT Clone(IStream**) noexcept override { return E_NOTIMPL; }
+
+    /// How many bytes were read so far.
+    std::uint64_t position() const noexcept { return position_; }
+
 private:
     std::string name_;
     std::FILE* file_;
     ULONG references_ = 1;
     int error_ = 0;
+    std::uint64_t position_ = 0;
 };
 
 } // namespace tibxml::tool

@@ -29,6 +29,8 @@ Examples:
   tibxml path "/settings/window[@id='main']/title"
   tibxml json settings.xml --pretty
   tibxml strings german.xml menu open
+  tibxml events settings.xml
+  tibxml stats settings.xml
 
 "tibxml COMMAND --help" tells more about a command.)";
 

@@ -1,0 +1,219 @@
+#include "SaxReaderObject.h"
+
+#include <optional>
+#include <utility>
+
+#include <TibXml/platform/Utf.h>
+
+#include "Failure.h"
+#include "SaxFeatures.h"
+#include "Text.h"
+
+namespace tibxml::com {
+
+namespace {
+
+class SaxSource final : public SourceReader {
+public:
+    explicit SaxSource(reader::SaxEvents& events) noexcept : events_{events} {}
+
+    bool readBytes(reader::ByteSource& source, reader::ReadError& error) override {
+        return reader::readSax(events_, source, error);
+    }
+
+    bool readText(std::string_view utf8, reader::ReadError& error) override {
+        return reader::readSaxUtf8(events_, utf8, error);
+    }
+
+private:
+    reader::SaxEvents& events_;
+};
+
+// What is true until the end of a block.
+class Meanwhile {
+public:
+    explicit Meanwhile(bool& flag) noexcept : flag_{flag} { flag_ = true; }
+
+    Meanwhile(Meanwhile const&) = delete;
+    Meanwhile& operator=(Meanwhile const&) = delete;
+
+    ~Meanwhile() { flag_ = false; }
+
+private:
+    bool& flag_;
+};
+
+// Lets a locator go before the place that it follows ends, however that happens.
+class Followed {
+public:
+    Followed(SaxLocator& locator, reader::ReadError const& error) noexcept
+        : locator_{locator},
+          error_{error} {}
+
+    Followed(Followed const&) = delete;
+    Followed& operator=(Followed const&) = delete;
+
+    ~Followed() { locator_.stay(error_); }
+
+private:
+    SaxLocator& locator_;
+    reader::ReadError const& error_;
+};
+
+std::string describe(reader::ReadError const& error) {
+    if (error.line == 0) return error.reason;
+    return std::to_string(error.line) + ":" + std::to_string(error.column) + ": " + error.reason;
+}
+
+// There is none, and there will be none.
+template <class Object>
+HRESULT answerNone(Object** out) noexcept {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    return S_OK;
+}
+
+HRESULT acceptNone(void const* object) noexcept {
+    return object == nullptr ? S_OK : E_NOTIMPL;
+}
+
+template <class Interface>
+HRESULT handOut(ComPtr<Interface> const& kept, Interface** out) noexcept {
+    if (out == nullptr) return E_POINTER;
+    *out = ComPtr<Interface>{kept}.detach();
+    return S_OK;
+}
+
+} // namespace
+
+HRESULT SaxReaderObject::create(REFIID iid, void** object) noexcept {
+    return guarded(IID_IUnknown, [&] {
+        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): guarded() handles it
+        auto const reader = ComPtr<SaxReaderObject>::adopt(new SaxReaderObject);
+        return reader->QueryInterface(iid, object);
+    });
+}
+
+HRESULT SaxReaderObject::getFeature(wchar_t const* name, VARIANT_BOOL* value) noexcept {
+    if (value == nullptr) return E_POINTER;
+    std::optional<bool> const feature = saxFeature(name);
+    *value = feature.value_or(false) ? VARIANT_TRUE : VARIANT_FALSE;
+    return feature ? S_OK : E_INVALIDARG;
+}
+
+HRESULT SaxReaderObject::putFeature(wchar_t const* name, VARIANT_BOOL value) noexcept {
+    std::optional<bool> const feature = saxFeature(name);
+    if (!feature) return E_INVALIDARG;
+    return *feature == (value != VARIANT_FALSE) ? S_OK : E_NOTIMPL;
+}
+
+HRESULT SaxReaderObject::getProperty(wchar_t const* /*name*/, VARIANT* value) noexcept {
+    if (value == nullptr) return E_POINTER;
+    VariantInit(value);
+    return E_INVALIDARG;
+}
+
+HRESULT SaxReaderObject::putProperty(wchar_t const* /*name*/, VARIANT /*value*/) noexcept {
+    return E_INVALIDARG;
+}
+
+HRESULT SaxReaderObject::getEntityResolver(ISAXEntityResolver** resolver) noexcept {
+    return answerNone(resolver);
+}
+
+HRESULT SaxReaderObject::putEntityResolver(ISAXEntityResolver* resolver) noexcept {
+    return acceptNone(resolver);
+}
+
+HRESULT SaxReaderObject::getContentHandler(ISAXContentHandler** handler) noexcept {
+    return handOut(contentHandler_, handler);
+}
+
+HRESULT SaxReaderObject::putContentHandler(ISAXContentHandler* handler) noexcept {
+    contentHandler_ = ComPtr<ISAXContentHandler>{handler};
+    return S_OK;
+}
+
+HRESULT SaxReaderObject::getDTDHandler(ISAXDTDHandler** handler) noexcept {
+    return answerNone(handler);
+}
+
+HRESULT SaxReaderObject::putDTDHandler(ISAXDTDHandler* handler) noexcept {
+    return acceptNone(handler);
+}
+
+HRESULT SaxReaderObject::getErrorHandler(ISAXErrorHandler** handler) noexcept {
+    return handOut(errorHandler_, handler);
+}
+
+HRESULT SaxReaderObject::putErrorHandler(ISAXErrorHandler* handler) noexcept {
+    errorHandler_ = ComPtr<ISAXErrorHandler>{handler};
+    return S_OK;
+}
+
+HRESULT SaxReaderObject::getBaseURL(wchar_t const** url) noexcept {
+    return answerNone(url);
+}
+
+HRESULT SaxReaderObject::putBaseURL(wchar_t const* url) noexcept {
+    return acceptNone(url);
+}
+
+HRESULT SaxReaderObject::getSecureBaseURL(wchar_t const** url) noexcept {
+    return answerNone(url);
+}
+
+HRESULT SaxReaderObject::putSecureBaseURL(wchar_t const* url) noexcept {
+    return acceptNone(url);
+}
+
+HRESULT SaxReaderObject::parse(VARIANT input) noexcept {
+    if (!isSource(input)) return E_INVALIDARG;
+    return guarded(IID_ISAXXMLReader, [&] {
+        return parseBy({}, [&](SourceReader& reader, reader::ReadError& error) {
+            return input.vt == VT_BSTR ? readWide(reader, input.bstrVal, error)
+                                       : readStream(reader, input.punkVal, error);
+        });
+    });
+}
+
+HRESULT SaxReaderObject::parseURL(wchar_t const* url) noexcept {
+    if (url == nullptr) return E_INVALIDARG;
+    return guarded(IID_ISAXXMLReader, [&] {
+        std::string path;
+        if (!platform::appendUtf8(path, url)) path.clear(); // no file has such a name
+        return parseBy(url, [&](SourceReader& reader, reader::ReadError& error) {
+            return readFile(reader, path, error);
+        });
+    });
+}
+
+template <class Open>
+HRESULT SaxReaderObject::parseBy(std::wstring source, Open open) {
+    if (isParsing_) throw Failure{E_FAIL, "the reader is parsing something else"};
+    ComPtr<SaxReaderObject> const self{this}; // a handler may drop the last reference
+    Meanwhile const parsing{isParsing_};
+    SetErrorInfo(0, nullptr); // what is there after a handler has stopped the parse is its own
+    auto const locator = ComPtr<SaxLocator>::adopt(new SaxLocator{std::move(source)});
+    SaxForwarder forwarder{contentHandler_, locator};
+    SaxSource reader{forwarder};
+    reader::ReadError error;
+    bool const isDone = [&] {
+        Followed const followed{*locator, error};
+        return open(reader, error);
+    }();
+    if (FAILED(forwarder.result())) return forwarder.result();
+    if (isDone) return S_OK;
+    reportError(*locator, error);
+    throw Failure{static_cast<HRESULT>(error.code), describe(error)};
+}
+
+void SaxReaderObject::reportError(SaxLocator& locator, reader::ReadError const& error) const {
+    if (!errorHandler_) return;
+    std::wstring message;
+    platform::appendWide(message, error.reason);
+    ComPtr<ISAXErrorHandler> const handler{errorHandler_};
+    handler->fatalError(&locator, message.c_str(), static_cast<HRESULT>(error.code));
+}
+
+} // namespace tibxml::com

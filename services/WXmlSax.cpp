@@ -1,0 +1,60 @@
+#include <TibXml/WXmlSax.h>
+
+#include <TibXml/EnginePtr.h>
+#include <TibXml/engine/ISAXXMLReader.h>
+#include <TibXml/platform/CString.h>
+#include <TibXml/platform/ComRuntime.h>
+#include <TibXml/platform/VariantT.h>
+
+#include <services/WXmlSaxImpl.h>
+
+namespace {
+
+EnginePtr<ISAXXMLReader> createReader() noexcept {
+    void* made = nullptr;
+    if (FAILED(
+            CoCreateInstance(CLSID_SAXXMLReader60, nullptr, CLSCTX_ALL, IID_ISAXXMLReader, &made)))
+        return {};
+    return EnginePtr<ISAXXMLReader>{static_cast<ISAXXMLReader*>(made), false};
+}
+
+/// One parse by a reader of its own, which is gone before the exception of a callback goes on.
+template <class Start>
+bool parse(WXmlSaxImpl* implementation, Start start) {
+    // A callback may destroy the object that the handler belongs to.
+    EnginePtr<WXmlSaxImpl> const handler{implementation};
+    EnginePtr<ISAXXMLReader> reader = createReader();
+    if (!reader) return false;
+    reader->putContentHandler(handler);
+    HRESULT const result = start(*reader.operator->());
+    reader.Release();
+    handler->RethrowException();
+    return SUCCEEDED(result);
+}
+
+} // namespace
+
+WXmlSax::WXmlSax() : implementation{new WXmlSaxImpl{this}} {}
+
+WXmlSax::~WXmlSax() {
+    implementation->Disown();
+    implementation->Release();
+}
+
+bool WXmlSax::ParseFile(wchar_t const* path) {
+    CString const file{path};
+    return parse(implementation, [&](ISAXXMLReader& reader) { return reader.parseURL(file); });
+}
+
+bool WXmlSax::ParseString(wchar_t const* text) {
+    CString const copy{text};
+    _variant_t const input{copy.GetString()};
+    return parse(implementation, [&](ISAXXMLReader& reader) { return reader.parse(input); });
+}
+
+bool WXmlSax::ParseIStream(IStream* stream) {
+    VARIANT input{};
+    input.vt = VT_UNKNOWN;
+    input.punkVal = stream;
+    return parse(implementation, [&](ISAXXMLReader& reader) { return reader.parse(input); });
+}

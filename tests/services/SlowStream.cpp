@@ -1,0 +1,104 @@
+#include "SlowStream.h"
+
+#include <TibXml/platform/ComObject.h>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <utility>
+
+namespace {
+
+/// A stream that can be read and nothing else.
+class ReadOnly : public tibxml::platform::ComObject<IStream> {
+public:
+    HRESULT Write(void const*, ULONG, ULONG*) noexcept override { return E_NOTIMPL; }
+
+    HRESULT Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) noexcept override { return E_NOTIMPL; }
+
+    HRESULT SetSize(ULARGE_INTEGER) noexcept override { return E_NOTIMPL; }
+
+    HRESULT CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) noexcept override {
+        return E_NOTIMPL;
+    }
+
+    HRESULT Commit(DWORD) noexcept override { return E_NOTIMPL; }
+
+    HRESULT Revert() noexcept override { return E_NOTIMPL; }
+
+    HRESULT LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) noexcept override {
+        return E_NOTIMPL;
+    }
+
+    HRESULT UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) noexcept override {
+        return E_NOTIMPL;
+    }
+
+    HRESULT Stat(STATSTG*, DWORD) noexcept override { return E_NOTIMPL; }
+
+    HRESULT Clone(IStream**) noexcept override { return E_NOTIMPL; }
+};
+
+class Slow final : public ReadOnly {
+public:
+    Slow(std::string bytes, std::size_t step, std::size_t failAfter)
+        : bytes_{std::move(bytes)},
+          step_{step},
+          failAfter_{failAfter} {}
+
+    HRESULT Read(void* buffer, ULONG count, ULONG* done) noexcept override {
+        *done = 0;
+        if (position_ >= failAfter_) return STG_E_READFAULT;
+        *done =
+            static_cast<ULONG>(std::min({std::size_t{count}, step_, bytes_.size() - position_}));
+        std::memcpy(buffer, bytes_.data() + position_, *done);
+        position_ += *done;
+        return *done == count ? S_OK : S_FALSE;
+    }
+
+private:
+    std::string bytes_;
+    std::size_t step_;
+    std::size_t failAfter_;
+    std::size_t position_ = 0;
+};
+
+class Repeating final : public ReadOnly {
+public:
+    Repeating(std::string head, std::string part, std::size_t count, std::string tail)
+        : part_{std::move(part)},
+          tail_{std::move(tail)},
+          rest_{std::move(head)},
+          left_{count} {}
+
+    HRESULT Read(void* buffer, ULONG count, ULONG* done) noexcept override {
+        if (rest_.empty() && left_ != 0) {
+            --left_;
+            rest_ = part_;
+        } else if (rest_.empty()) {
+            rest_ = std::exchange(tail_, {});
+        }
+        *done = static_cast<ULONG>(std::min<std::size_t>(count, rest_.size()));
+        std::memcpy(buffer, rest_.data(), *done);
+        rest_.erase(0, *done);
+        return S_OK;
+    }
+
+private:
+    std::string part_;
+    std::string tail_;
+    std::string rest_;
+    std::size_t left_;
+};
+
+} // namespace
+
+EnginePtr<IStream> slowStream(std::string bytes, std::size_t step, std::size_t failAfter) {
+    return EnginePtr<IStream>{new Slow{std::move(bytes), step, failAfter}, false};
+}
+
+EnginePtr<IStream> repeatingStream(std::string head, std::string part, std::size_t count,
+                                   std::string tail) {
+    return EnginePtr<IStream>{
+        new Repeating{std::move(head), std::move(part), count, std::move(tail)}, false};
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <TibXml/EnginePtr.h>
+#include <TibXml/platform/Stream.h>
+
+#include <cstddef>
+#include <limits>
+#include <string>
+
+constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
+
+/// A stream that gives at most `step` bytes a read, and fails once `failAfter` bytes are gone.
+EnginePtr<IStream> slowStream(std::string bytes, std::size_t step, std::size_t failAfter = never);
+
+/// A stream that repeats `part`, `count` times, between `head` and `tail`.
+EnginePtr<IStream> repeatingStream(std::string head, std::string part, std::size_t count,
+                                   std::string tail);
