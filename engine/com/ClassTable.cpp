@@ -2,12 +2,14 @@
 #include <TibXml/platform/ComRuntime.h>
 
 #include "DocumentObject.h"
+#include "SchemaCache.h"
 
 namespace tibxml::platform {
 
 std::span<ComClass const> comClasses() noexcept {
     static constexpr ComClass classes[] = {
         {CLSID_DOMDocument60, com::DocumentObject::create},
+        {CLSID_XMLSchemaCache60, com::SchemaCache::create},
     };
     return classes;
 }

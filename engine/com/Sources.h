@@ -1,6 +1,7 @@
 // Where loads read from: paths, streams and strings.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include <TibXml/platform/Variant.h>
@@ -19,6 +20,12 @@ std::string pathOf(BSTR text);
 //
 // The path is tried as it is, then as a file: URL, then with its %XX decoded.
 bool readFile(tree::Document& document, std::string const& path, reader::ReadError& error);
+
+// The first of those that is there and may be read; empty when none is. Throws std::bad_alloc.
+std::string existingFile(std::string const& path);
+
+// Hands the bytes of a file to `use`; false when it cannot be opened. Throws what `use` throws.
+bool useFile(std::string const& path, std::function<void(reader::ByteSource&)> const& use);
 
 // From the current position of an object that offers ISequentialStream or IStream.
 bool readStream(tree::Document& document, IUnknown* object, reader::ReadError& error);

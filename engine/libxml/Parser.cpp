@@ -8,6 +8,7 @@
 
 #include <tree/NameCharacters.h>
 
+#include "LibraryErrors.h"
 #include "SourcePosition.h"
 
 namespace tibxml::reader {
@@ -22,35 +23,6 @@ std::string_view view(xmlChar const* text) noexcept {
 std::string_view view(xmlChar const* text, int length) noexcept {
     return {reinterpret_cast<char const*>(text), static_cast<std::size_t>(length)};
 }
-
-// The parser's words in one line.
-std::string inOneLine(std::string_view message) {
-    while (message.ends_with('\n'))
-        message.remove_suffix(1);
-    std::string line = wellFormed(message);
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    return line;
-}
-
-// What the library cannot tie to one parse, such as bytes that do not convert, it reports to the
-// thread's handler, which prints them unless there is one. Ours is there during a parse only.
-class ThreadErrors {
-public:
-    ThreadErrors(xmlStructuredErrorFunc handler, void* data) noexcept
-        : oldHandler_{xmlStructuredError},
-          oldData_{xmlStructuredErrorContext} {
-        xmlSetStructuredErrorFunc(data, handler);
-    }
-
-    ThreadErrors(ThreadErrors const&) = delete;
-    ThreadErrors& operator=(ThreadErrors const&) = delete;
-
-    ~ThreadErrors() { xmlSetStructuredErrorFunc(oldData_, oldHandler_); }
-
-private:
-    xmlStructuredErrorFunc oldHandler_;
-    void* oldData_;
-};
 
 // The encoding that the XML declaration at the start of `text` names; a part of it, or empty.
 std::string_view declaredEncoding(std::string_view text) noexcept {

@@ -45,17 +45,33 @@ Failure notWellFormed(std::string const& file, WXmlDocPtr const& document) {
     return {ExitStatus::notFound, file + ":" + placeIn(known) + ": " + reasonOf(known)};
 }
 
-} // namespace
-
-WXmlDoc loadDocument(std::string const& file) {
+WXmlDocPtr loadFromStream(std::string const& file) {
     InputFile input{file};
-    WXmlDocPtr const document = newEngineDocument();
+    WXmlDocPtr document = newEngineDocument();
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     HRESULT const result = document->load(_variant_t{&input}, &isLoaded);
     input.requireSuccess();
     if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
     if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
-    return WXmlDoc{document};
+    return document;
+}
+
+} // namespace
+
+WXmlDoc loadDocument(std::string const& file) {
+    return WXmlDoc{loadFromStream(file)};
+}
+
+WXmlDocPtr loadFromPath(std::string const& file) {
+    if (file == "-") return loadFromStream(file);
+    // Tells what cannot be read from what is not well-formed, which the engine does not.
+    loadFromStream(file);
+    WXmlDocPtr document = newEngineDocument();
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    HRESULT const result = document->load(_variant_t{toWide(file)}, &isLoaded);
+    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
+    if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
+    return document;
 }
 
 } // namespace tibxml::tool

@@ -13,7 +13,7 @@ namespace tibxml::tool {
 
 namespace {
 
-constexpr char const* description = "Check, query and read XML files";
+constexpr char const* description = "Check, query, read and validate XML files";
 
 constexpr char const* examples =
     R"(Status: 0 found, 1 not found or not well-formed, 2 called wrongly or unreadable input.
@@ -23,6 +23,7 @@ Examples:
   tibxml query settings.xml "//file/@opened" --text
   tibxml get settings.xml autosave/minutes --type int --default 5
   tibxml path "/settings/window[@id='main']/title"
+  tibxml validate settings.xml settings.xsd
 
 "tibxml COMMAND --help" tells more about a command.)";
 
