@@ -40,6 +40,7 @@ int runsPerBatch(Contender& contender) {
 void compareAnswers(Operation& operation) {
     std::array<std::uint64_t, libraryCount> answers{};
     for (std::size_t i = 0; i < libraryCount; ++i) {
+        if (!operation.contenders[i]) continue;
         operation.contenders[i]->restore();
         operation.contenders[i]->run();
         answers[i] = operation.contenders[i]->answer();
@@ -62,13 +63,20 @@ Row measure(Operation& operation) {
     Row row{operation.name, Unit::seconds, {}, operation.targets};
     row.values.fill(std::numeric_limits<double>::max());
     std::array<int, libraryCount> runs{};
-    for (std::size_t i = 0; i < libraryCount; ++i)
-        runs[i] = runsPerBatch(*operation.contenders[i]);
+    for (std::size_t i = 0; i < libraryCount; ++i) {
+        if (operation.contenders[i]) {
+            runs[i] = runsPerBatch(*operation.contenders[i]);
+        } else {
+            row.values[i] = 0;
+        }
+    }
     auto const start = Clock::now();
     for (int round = 0; round < mostRounds; ++round) {
         if (round >= fewestRounds && secondsSince(start) > timePerContender * libraryCount) break;
         for (std::size_t i = 0; i < libraryCount; ++i)
-            row.values[i] = std::min(row.values[i], timeOnce(*operation.contenders[i], runs[i]));
+            if (operation.contenders[i])
+                row.values[i] =
+                    std::min(row.values[i], timeOnce(*operation.contenders[i], runs[i]));
     }
     return row;
 }

@@ -22,7 +22,7 @@ struct Targets {
 
 struct Operation {
     std::string name;
-    std::array<ContenderPtr, libraryCount> contenders;
+    std::array<ContenderPtr, libraryCount> contenders; // null for who cannot do it
     Targets targets;
 };
 
