@@ -26,6 +26,7 @@ reader::ReadError errorOf(std::uint32_t code, std::string reason, long line = 0)
 
 std::vector<reader::ReadError> errorsOf(std::vector<validation::Mismatch> mismatches) {
     std::vector<reader::ReadError> errors;
+    errors.reserve(mismatches.size());
     for (validation::Mismatch& mismatch : mismatches)
         errors.push_back(errorOf(mismatch.code, std::move(mismatch.reason), mismatch.line));
     return errors;

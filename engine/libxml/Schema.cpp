@@ -94,7 +94,7 @@ private:
     }
 
     std::string words(xmlError const& error) const {
-        std::string const reason = documents_.withPaths(
+        std::string reason = documents_.withPaths(
             reader::inOneLine(error.message != nullptr ? error.message : "unknown error"));
         xmlNode const* const element = elementAt(error.node);
         if (element == nullptr) return reason;

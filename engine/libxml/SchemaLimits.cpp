@@ -148,9 +148,10 @@ private:
             definition.uses.push_back(candidate);
             matched = true;
         }
-        if (!matched)
+        if (!matched) {
             definition.uses.insert(definition.uses.end(), found->second.begin(),
                                    found->second.end());
+        }
     }
 
     struct Visit {

@@ -81,6 +81,7 @@ private:
     };
 
     struct Open {
+        NativeName name;
         std::uint64_t element;
         bool hasElements;
         bool hasToldText;
@@ -93,13 +94,13 @@ private:
         if (node->is(NodeKind::element)) {
             start(*node);
             if (Node const* const child = node->firstChild()) return child;
-            end(*node);
+            end();
         } else if (node->isText()) {
             text(*node);
         }
         while (node != root && node->next == nullptr) {
             node = node->parent;
-            end(*node);
+            end();
         }
         return node != root ? node->next : nullptr;
     }
@@ -111,7 +112,7 @@ private:
         for (Node const* a = element.firstAttribute(); a != nullptr; a = a->next)
             a->name->declaresNamespace ? declare(*a) : add(*a);
         NativeName const name = names_.of(element.name);
-        open_.push_back({++elements_, firstElement(element.firstChild()) != nullptr, false});
+        open_.push_back({name, ++elements_, firstElement(element.firstChild()) != nullptr, false});
         events_->startElementNs(data_, name.local, nullptr, name.uri,
                                 static_cast<int>(declarations_.size() / 2), declarations_.data(),
                                 static_cast<int>(attributes_.size() / 5), 0, attributes_.data());
@@ -163,8 +164,8 @@ private:
 
     void tell(std::string_view text) { events_->characters(data_, bytes(text), lengthOf(text)); }
 
-    void end(Node const& element) {
-        NativeName const name = names_.of(element.name);
+    void end() {
+        NativeName const name = open_.back().name;
         events_->endElementNs(data_, name.local, nullptr, name.uri);
         open_.pop_back();
     }

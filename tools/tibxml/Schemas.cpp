@@ -40,7 +40,7 @@ WXmlDocPtr loadSchemaDocument(std::string const& file) {
 
 SchemasPtr loadSchema(std::string const& file) {
     WXmlDocPtr const schema = loadSchemaDocument(file);
-    SchemasPtr const schemas = newSchemas();
+    SchemasPtr schemas = newSchemas();
     _bstr_t uri{targetNamespace(schema)};
     HRESULT const result = schemas->add(uri.GetBSTR(), _variant_t{static_cast<IUnknown*>(schema)});
     if (FAILED(result)) _com_issue_errorex(result, schemas, IID_IXMLDOMSchemaCollection);

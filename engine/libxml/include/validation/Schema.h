@@ -12,6 +12,7 @@
 #include <reader/Reader.h>
 #include <tree/Document.h>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name that libxml2 gave it
 struct _xmlSchema;
 
 namespace tibxml::validation {
