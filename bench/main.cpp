@@ -26,6 +26,7 @@
 #include "save/Save.h"
 #include "sax/Sax.h"
 #include "strings/Strings.h"
+#include "validate/Validate.h"
 #include "json/Json.h"
 
 namespace {
@@ -80,6 +81,7 @@ void measureEverything(Wishes const& wishes) {
     measureAll(stringOperations(), wishes);
     if (std::string_view{"sax"}.find(wishes.part) != std::string_view::npos)
         printSax(largeSettings());
+    measureAll(validateOperations(large), wishes);
     if (wishes.large) printGrowth();
 }
 

@@ -3,6 +3,7 @@
 
 #include "DocumentObject.h"
 #include "SaxReaderObject.h"
+#include "SchemaCache.h"
 
 namespace tibxml::platform {
 
@@ -10,6 +11,7 @@ std::span<ComClass const> comClasses() noexcept {
     static constexpr ComClass classes[] = {
         {CLSID_DOMDocument60, com::DocumentObject::create},
         {CLSID_SAXXMLReader60, com::SaxReaderObject::create},
+        {CLSID_XMLSchemaCache60, com::SchemaCache::create},
     };
     return classes;
 }

@@ -1,5 +1,7 @@
 #include "DocumentObject.h"
 
+#include <utility>
+
 #include <tree/Cloning.h>
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
@@ -10,6 +12,8 @@
 #include "Insertion.h"
 #include "NodeFactory.h"
 #include "ParseErrorObject.h"
+#include "SchemaCache.h"
+#include "Sources.h"
 #include "Text.h"
 #include "TreeSource.h"
 
@@ -18,10 +22,6 @@ namespace tibxml::com {
 DocumentObject::DocumentObject() {
     auto const storage = tree::DocumentRef::adopt(tree::Document::create());
     attach(*this, *storage, storage->node());
-}
-
-DocumentObject::~DocumentObject() {
-    detach();
 }
 
 HRESULT DocumentObject::create(REFIID iid, void** object) noexcept {
@@ -76,6 +76,8 @@ HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept {
         parseError_ = {};
         loadedPath_.clear();
         if (!read(parseError_)) return S_FALSE;
+        loadedSerial_ = storage().serial();
+        loadedVersion_ = storage().version();
         *isSuccessful = VARIANT_TRUE;
         return S_OK;
     });
@@ -93,6 +95,22 @@ bool DocumentObject::loadFrom(VARIANT const& source, reader::ReadError& error) {
     if (source.vt != VT_BSTR) return readStream(tree, source.punkVal, error);
     loadedPath_ = pathOf(source.bstrVal);
     return readFile(tree, loadedPath_, error);
+}
+
+bool DocumentObject::isAsLoaded() const noexcept {
+    return !loadedPath_.empty() && storage().serial() == loadedSerial_ &&
+           storage().version() == loadedVersion_;
+}
+
+void DocumentObject::loadSchema(VARIANT const& path) {
+    VARIANT_BOOL isSuccessful = VARIANT_FALSE;
+    if (HRESULT const result = load(path, &isSuccessful); FAILED(result))
+        throw Failure{result, "the schema cannot be loaded"};
+    if (isSuccessful == VARIANT_FALSE) {
+        std::string const line =
+            parseError_.line > 0 ? ":" + std::to_string(parseError_.line) : std::string{};
+        throw Failure{E_FAIL, loadedPath_ + line + ": " + parseError_.reason};
+    }
 }
 
 HRESULT DocumentObject::loadXML(BSTR text, VARIANT_BOOL* isSuccessful) noexcept {
@@ -116,8 +134,9 @@ HRESULT DocumentObject::save(VARIANT destination) noexcept {
 
 HRESULT DocumentObject::get_parseError(IXMLDOMParseError** error) noexcept {
     return reply(IID_IXMLDOMDocument, error, [&] {
-        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): reply() handles it
-        return new ParseErrorObject{parseError_, loadedPath_};
+        std::vector<reader::ReadError> errors;
+        if (parseError_.code != 0) errors.push_back(parseError_);
+        return newParseError(std::move(errors), loadedPath_);
     });
 }
 
@@ -192,6 +211,7 @@ DocumentObject* DocumentObject::clone(bool deep) {
     copy->namespaces_ = namespaces_;
     copy->newParser_ = newParser_;
     copy->allowDocumentFunction_ = allowDocumentFunction_;
+    copy->schemas_ = schemas_;
     tree::Node* child = deep ? node()->firstChild() : nullptr;
     for (; child != nullptr; child = child->next) {
         tree::appendChild(copy->storage(), copy->node(),

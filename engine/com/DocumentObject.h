@@ -1,6 +1,10 @@
 // The engine object for a document: its content, its settings, loading and saving.
 #pragma once
 
+#include <span>
+#include <string>
+#include <vector>
+
 #include <TibXml/engine/IXMLDOMDocument.h>
 
 #include <com/LiveObjects.h>
@@ -8,9 +12,16 @@
 #include <reader/Reader.h>
 
 #include "BlockPool.h"
+#include "ComPtr.h"
 #include "NodeObject.h"
 
+namespace tibxml::validation {
+struct Mismatch;
+} // namespace tibxml::validation
+
 namespace tibxml::com {
+
+class SchemaCache;
 
 // Where the objects for a document's nodes have their memory; each is as large as the largest kind.
 using NodeObjectPool = BlockPool<136>;
@@ -28,6 +39,15 @@ public:
     // The prefixes that queries from this document's nodes may use.
     query::Namespaces const& selectionNamespaces() const noexcept { return namespaces_; }
 
+    // The path that the content was loaded from; empty when it is from no file.
+    std::string const& loadedPath() const noexcept { return loadedPath_; }
+
+    // Whether the content has not changed since it was loaded, with success, from that path.
+    bool isAsLoaded() const noexcept;
+
+    // Loads from a path. Throws Failure (E_FAIL) when that fails, std::bad_alloc.
+    void loadSchema(VARIANT const& path);
+
     HRESULT get_documentElement(IXMLDOMElement** element) noexcept override;
     HRESULT putref_documentElement(IXMLDOMElement* element) noexcept override;
     HRESULT createNode(VARIANT type, BSTR name, BSTR namespaceURI,
@@ -39,6 +59,9 @@ public:
     HRESULT get_parseError(IXMLDOMParseError** error) noexcept override;
     HRESULT get_preserveWhiteSpace(VARIANT_BOOL* preserves) noexcept override;
     HRESULT put_preserveWhiteSpace(VARIANT_BOOL preserves) noexcept override;
+    HRESULT get_schemas(VARIANT* schemas) noexcept override;
+    HRESULT putref_schemas(VARIANT schemas) noexcept override;
+    HRESULT validate(IXMLDOMParseError** error) noexcept override;
     HRESULT setProperty(BSTR name, VARIANT value) noexcept override;
     HRESULT getProperty(BSTR name, VARIANT* value) noexcept override;
     HRESULT importNode(IXMLDOMNode* node, VARIANT_BOOL deep, IXMLDOMNode** copy) noexcept override;
@@ -60,12 +83,17 @@ private:
 
     bool loadFrom(VARIANT const& source, reader::ReadError& error);
     void setNamespaces(VARIANT const& value);
+    std::vector<reader::ReadError> validationErrors();
+    void findLines(std::span<validation::Mismatch> mismatches);
 
     LiveObject live_;
     NodeObjectPool nodeObjects_;
     query::Namespaces namespaces_;
     reader::ReadError parseError_;
     std::string loadedPath_;
+    std::uint64_t loadedSerial_ = 0; // of the content as it was loaded
+    std::uint64_t loadedVersion_ = 0;
+    ComPtr<SchemaCache> schemas_;
     bool newParser_ = false;
     bool allowDocumentFunction_ = false;
 };

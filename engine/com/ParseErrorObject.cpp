@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Failure.h"
+#include "ParseErrorList.h"
 #include "Text.h"
 
 namespace tibxml::com {
@@ -24,36 +25,55 @@ HRESULT answerNumber(LONG* out, long number) noexcept {
 
 } // namespace
 
-ParseErrorObject::ParseErrorObject(reader::ReadError error, std::string url)
-    : error_{std::move(error)},
-      url_{std::move(url)} {}
+IXMLDOMParseError* newParseError(std::vector<reader::ReadError> errors, std::string url) {
+    auto found =
+        std::make_shared<FoundErrors const>(FoundErrors{std::move(errors), std::move(url)});
+    return new ParseErrorObject{std::move(found), 0};
+}
+
+ParseErrorObject::ParseErrorObject(std::shared_ptr<FoundErrors const> found,
+                                   std::size_t index) noexcept
+    : found_{std::move(found)},
+      index_{index} {}
+
+reader::ReadError const& ParseErrorObject::error() const noexcept {
+    static reader::ReadError const none;
+    return index_ < found_->errors.size() ? found_->errors[index_] : none;
+}
 
 HRESULT ParseErrorObject::get_errorCode(LONG* code) noexcept {
-    return reply(IID_IXMLDOMParseError, code, [&] { return static_cast<LONG>(error_.code); });
+    return reply(IID_IXMLDOMParseError, code, [&] { return static_cast<LONG>(error().code); });
 }
 
 HRESULT ParseErrorObject::get_url(BSTR* url) noexcept {
-    return answerText(url, url_);
+    return answerText(url, found_->url);
 }
 
 HRESULT ParseErrorObject::get_reason(BSTR* reason) noexcept {
-    return answerText(reason, error_.reason);
+    return answerText(reason, error().reason);
 }
 
 HRESULT ParseErrorObject::get_srcText(BSTR* text) noexcept {
-    return answerText(text, error_.sourceLine);
+    return answerText(text, error().sourceLine);
 }
 
 HRESULT ParseErrorObject::get_line(LONG* line) noexcept {
-    return answerNumber(line, error_.line);
+    return answerNumber(line, error().line);
 }
 
 HRESULT ParseErrorObject::get_linepos(LONG* position) noexcept {
-    return answerNumber(position, error_.column);
+    return answerNumber(position, error().column);
 }
 
 HRESULT ParseErrorObject::get_filepos(LONG* position) noexcept {
-    return answerNumber(position, error_.offset);
+    return answerNumber(position, error().offset);
+}
+
+HRESULT ParseErrorObject::get_allErrors(IXMLDOMParseErrorCollection** errors) noexcept {
+    return reply(IID_IXMLDOMParseError2, errors, [&] {
+        // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): reply() handles it
+        return new ParseErrorList{found_};
+    });
 }
 
 } // namespace tibxml::com

@@ -1,9 +1,12 @@
-// Why a load failed, for callers.
+// Why a load failed, or what a validation found, for callers.
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
+#include <vector>
 
-#include <TibXml/engine/IXMLDOMParseError.h>
+#include <TibXml/engine/IXMLDOMParseError2.h>
 #include <TibXml/platform/ComObject.h>
 
 #include <com/LiveObjects.h>
@@ -11,10 +14,21 @@
 
 namespace tibxml::com {
 
-// A snapshot: a later load does not change it.
-class ParseErrorObject final : public platform::ComObject<IXMLDOMParseError> {
+// What was found in one go; it does not change any more.
+struct FoundErrors {
+    std::vector<reader::ReadError> errors;
+    std::string url;
+};
+
+// The error object for the first of some errors, and for none when there is none: one reference for
+// the caller. Throws std::bad_alloc.
+IXMLDOMParseError* newParseError(std::vector<reader::ReadError> errors, std::string url);
+
+// One of them. A later load does not change it.
+class ParseErrorObject final : public platform::ComObject<IXMLDOMParseError2> {
 public:
-    ParseErrorObject(reader::ReadError error, std::string url);
+    // An index past the end is an object that says that there was no error.
+    ParseErrorObject(std::shared_ptr<FoundErrors const> found, std::size_t index) noexcept;
 
     HRESULT get_errorCode(LONG* code) noexcept override;
     HRESULT get_url(BSTR* url) noexcept override;
@@ -23,13 +37,16 @@ public:
     HRESULT get_line(LONG* line) noexcept override;
     HRESULT get_linepos(LONG* position) noexcept override;
     HRESULT get_filepos(LONG* position) noexcept override;
+    HRESULT get_allErrors(IXMLDOMParseErrorCollection** errors) noexcept override;
 
 private:
     ~ParseErrorObject() override = default;
 
+    reader::ReadError const& error() const noexcept;
+
     LiveObject live_;
-    reader::ReadError error_;
-    std::string url_;
+    std::shared_ptr<FoundErrors const> found_;
+    std::size_t index_;
 };
 
 } // namespace tibxml::com

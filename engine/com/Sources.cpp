@@ -109,6 +109,19 @@ bool readFile(SourceReader& reader, std::string const& path, reader::ReadError& 
     return fail(error, "cannot open the file: " + std::generic_category().message(reason));
 }
 
+std::string existingFile(std::string const& path) {
+    std::string const local{withoutFileScheme(path)};
+    for (std::string const& candidate : {path, local, decodePercents(local)})
+        if (::access(candidate.c_str(), R_OK) == 0) return candidate;
+    return {};
+}
+
+bool useFile(std::string const& path, std::function<void(reader::ByteSource&)> const& use) {
+    FileSource source{path.c_str()};
+    if (source.isOpen()) use(source);
+    return source.isOpen();
+}
+
 bool readStream(SourceReader& reader, IUnknown* object, reader::ReadError& error) {
     ComPtr<ISequentialStream> const stream = streamOf(object);
     if (!stream) return fail(error, "the object is not a stream");

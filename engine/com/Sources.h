@@ -1,6 +1,7 @@
 // Where documents are read from: paths, streams and strings.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,12 @@ protected:
 //
 // The path is tried as it is, then as a file: URL, then with its %XX decoded.
 bool readFile(SourceReader& reader, std::string const& path, reader::ReadError& error);
+
+// The first of those that is there and may be read; empty when none is. Throws std::bad_alloc.
+std::string existingFile(std::string const& path);
+
+// Hands the bytes of a file to `use`; false when it cannot be opened. Throws what `use` throws.
+bool useFile(std::string const& path, std::function<void(reader::ByteSource&)> const& use);
 
 // From the current position of an object that offers ISequentialStream or IStream.
 bool readStream(SourceReader& reader, IUnknown* object, reader::ReadError& error);

@@ -9,39 +9,11 @@
 #include <tree/NameCharacters.h>
 
 #include "DeclaredEncoding.h"
+#include "LibraryErrors.h"
 
 namespace tibxml::reader {
 
 namespace {
-
-// The parser's words in one line.
-std::string inOneLine(std::string_view message) {
-    while (message.ends_with('\n'))
-        message.remove_suffix(1);
-    std::string line = wellFormed(message);
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    return line;
-}
-
-// What the library cannot tie to one parse, such as bytes that do not convert, it reports to the
-// thread's handler, which prints them unless there is one. Ours is there during a parse only.
-class ThreadErrors {
-public:
-    ThreadErrors(xmlStructuredErrorFunc handler, void* data) noexcept
-        : oldHandler_{xmlStructuredError},
-          oldData_{xmlStructuredErrorContext} {
-        xmlSetStructuredErrorFunc(data, handler);
-    }
-
-    ThreadErrors(ThreadErrors const&) = delete;
-    ThreadErrors& operator=(ThreadErrors const&) = delete;
-
-    ~ThreadErrors() { xmlSetStructuredErrorFunc(oldData_, oldHandler_); }
-
-private:
-    xmlStructuredErrorFunc oldHandler_;
-    void* oldData_;
-};
 
 void initializeOnce() {
     static bool const initialized = (xmlInitParser(), true);

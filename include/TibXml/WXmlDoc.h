@@ -149,6 +149,17 @@ public:
     /// The same as a list; empty, too, when the handle is empty and for a bad path.
     WXmlNodeList GetNodes(WXPath const& path) const;
 
+    /// Whether the document, as it is now, is valid by a schema in a file: XML Schema (XSD 1.0)
+    /// without a target namespace. What the schema includes and imports is read from local files,
+    /// relative to its own path. The document is not changed.
+    ///
+    /// False when it is not valid or has no root element, when the handle is empty, and when the
+    /// schema cannot be loaded, has a target namespace or does not compile; never throws. Why a
+    /// document is not valid, and schemas for namespaces, are what the engine offers: see
+    /// `IXMLDOMDocument2::validate`. The document keeps the schema until the next one or the next
+    /// load, so that the engine can be asked once more.
+    bool Validate(wchar_t const* schemaPath) noexcept;
+
 private:
     bool CreateDocument() noexcept;
     WXmlDocPtr const& Document() const noexcept;

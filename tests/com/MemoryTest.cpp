@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/Stream.h>
 
 #include "FailingNew.h"
@@ -237,6 +238,47 @@ TEST_F(Exhausted, WhenSaving) {
         *stream.out() = SHCreateMemStream(nullptr, 0);
         if (stream.get() == nullptr) return E_OUTOFMEMORY;
         return document->save(variantOf(stream.get()));
+    });
+}
+
+Ptr<IXMLDOMSchemaCollection2> newSchemas() {
+    Ptr<IXMLDOMSchemaCollection2> schemas;
+    void* made = nullptr;
+    EXPECT_EQ(CoCreateInstance(CLSID_XMLSchemaCache60, nullptr, CLSCTX_ALL,
+                               IID_IXMLDOMSchemaCollection2, &made),
+              S_OK);
+    *schemas.out() = static_cast<IXMLDOMSchemaCollection2*>(made);
+    return schemas;
+}
+
+wchar_t const* const anySchema =
+    L"<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='a'/></xs:schema>";
+
+TEST_F(Exhausted, WhenAddingASchema) {
+    Document const schema = documentOf(anySchema);
+    _bstr_t const none{L""};
+    failInTurn([&](IXMLDOMDocument*) {
+        void* made = nullptr;
+        HRESULT result = CoCreateInstance(CLSID_XMLSchemaCache60, nullptr, CLSCTX_ALL,
+                                          IID_IXMLDOMSchemaCollection2, &made);
+        if (result != S_OK) return result;
+        Ptr<IXMLDOMSchemaCollection2> schemas;
+        *schemas.out() = static_cast<IXMLDOMSchemaCollection2*>(made);
+        result = schemas->add(none, variantOf(schema.get()));
+        EXPECT_EQ(lengthOf(schemas.get()), result == S_OK ? 1 : 0);
+        return result;
+    });
+}
+
+TEST_F(Exhausted, WhenValidating) {
+    auto const schemas = newSchemas();
+    Document const schema = documentOf(anySchema);
+    ASSERT_EQ(schemas->add(_bstr_t{L""}, variantOf(schema.get())), S_OK);
+    failInTurn([&](IXMLDOMDocument* document) {
+        auto const validated = as<IXMLDOMDocument2>(document);
+        EXPECT_EQ(validated->putref_schemas(variantOf(schemas.get())), S_OK);
+        Ptr<IXMLDOMParseError> error;
+        return validated->validate(error.out());
     });
 }
 

@@ -4,6 +4,7 @@
 // and for the order of calls.
 
 #include <TibXml/EnginePtr.h>
+#include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/ComInterface.h>
 #include <TibXml/platform/ErrorInfo.h>
 #include <TibXml/platform/VariantT.h>
@@ -340,6 +341,66 @@ public:
     HRESULT put_value(VARIANT) override { return answer("put value"); }
 };
 
+class ParseError final : public Object<IXMLDOMParseError> {
+public:
+    explicit ParseError(std::shared_ptr<Behaviour> shared) : Object{std::move(shared)} {}
+
+    LONG code = 0;
+
+    HRESULT get_errorCode(LONG* out) override { return give("errorCode", out, code); }
+
+    HRESULT get_url(BSTR* out) override { return giveText("url", out, L""); }
+
+    HRESULT get_reason(BSTR* out) override { return giveText("reason", out, L""); }
+
+    HRESULT get_srcText(BSTR* out) override { return giveText("srcText", out, L""); }
+
+    HRESULT get_line(LONG* out) override { return give("line", out, LONG{0}); }
+
+    HRESULT get_linepos(LONG* out) override { return give("linepos", out, LONG{0}); }
+
+    HRESULT get_filepos(LONG* out) override { return give("filepos", out, LONG{0}); }
+};
+
+class Schemas final : public Object<IXMLDOMSchemaCollection2> {
+public:
+    explicit Schemas(std::shared_ptr<Behaviour> shared) : Object{std::move(shared)} {}
+
+    HRESULT add(BSTR namespaceURI, VARIANT schema) override {
+        std::wstring const uri = namespaceURI == nullptr ? L"(null)" : namespaceURI;
+        behaviour().calls.emplace_back(uri.empty() ? "for no namespace" : "for a namespace");
+        bool const isObject = schema.vt == VT_UNKNOWN || schema.vt == VT_DISPATCH;
+        behaviour().calls.emplace_back(isObject && schema.punkVal != nullptr ? "an object"
+                                                                             : "none");
+        return answer("add");
+    }
+
+    HRESULT get(BSTR, IXMLDOMNode** out) override {
+        return giveObject("get", out, static_cast<IXMLDOMNode*>(nullptr));
+    }
+
+    HRESULT remove(BSTR) override { return answer("remove"); }
+
+    HRESULT get_length(LONG* out) override { return give("length", out, LONG{0}); }
+
+    HRESULT get_namespaceURI(LONG, BSTR* out) override {
+        return giveText("namespaceURI", out, L"");
+    }
+
+    HRESULT addCollection(IXMLDOMSchemaCollection*) override { return answer("addCollection"); }
+
+    HRESULT validate() override { return answer("validate schemas"); }
+
+    HRESULT put_validateOnLoad(VARIANT_BOOL validates) override {
+        return answer(validates == VARIANT_FALSE ? "put validateOnLoad false"
+                                                 : "put validateOnLoad other");
+    }
+
+    HRESULT get_validateOnLoad(VARIANT_BOOL* out) override {
+        return give("validateOnLoad", out, VARIANT_TRUE);
+    }
+};
+
 class Document final : public NodeOf<IXMLDOMDocument3> {
 public:
     explicit Document(std::shared_ptr<Behaviour> shared) : NodeOf{std::move(shared)} {}
@@ -401,6 +462,23 @@ public:
     HRESULT put_preserveWhiteSpace(VARIANT_BOOL preserves) override {
         return answer(preserves == VARIANT_TRUE ? "put preserveWhiteSpace true"
                                                 : "put preserveWhiteSpace other");
+    }
+
+    /// What `validate` answers with.
+    EnginePtr<IXMLDOMParseError> error;
+
+    HRESULT get_schemas(VARIANT* out) override {
+        VariantInit(out);
+        return answer("schemas");
+    }
+
+    HRESULT putref_schemas(VARIANT schemas) override {
+        bool const isObject = schemas.vt == VT_UNKNOWN || schemas.vt == VT_DISPATCH;
+        return answer(isObject ? "putref schemas" : "putref other");
+    }
+
+    HRESULT validate(IXMLDOMParseError** out) override {
+        return giveObject("validate", out, error.GetInterfacePtr());
     }
 
     HRESULT setProperty(BSTR propertyName, VARIANT propertyValue) override {

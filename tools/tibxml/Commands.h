@@ -30,21 +30,23 @@ AddCommand addXml;
 AddCommand addStrings;
 AddCommand addEvents;
 AddCommand addStats;
+AddCommand addValidate;
 
 // In the order of the program's help.
 inline constexpr AddCommand* allCommands[] = {
-    addCheck,   //
-    addQuery,   //
-    addGet,     //
-    addSet,     //
-    addDelete,  //
-    addLayered, //
-    addPath,    //
-    addJson,    //
-    addXml,     //
-    addStrings, //
-    addEvents,  //
-    addStats,   //
+    addCheck,    //
+    addQuery,    //
+    addGet,      //
+    addSet,      //
+    addDelete,   //
+    addLayered,  //
+    addPath,     //
+    addJson,     //
+    addXml,      //
+    addStrings,  //
+    addEvents,   //
+    addStats,    //
+    addValidate, //
 };
 
 } // namespace tibxml::tool

@@ -16,8 +16,7 @@ namespace tibxml::tool {
 namespace {
 
 ExitStatus report(Failure const& failure) {
-    std::string const line = oneLine(failure.line) + '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    complain(failure.line);
     return failure.status;
 }
 
@@ -55,6 +54,11 @@ ExitStatus reportByKind() {
 
 Failure failure(ExitStatus status, std::string const& message) {
     return {status, "tibxml: " + message};
+}
+
+void complain(std::string const& line) {
+    std::string const printed = oneLine(line) + '\n';
+    std::fwrite(printed.data(), 1, printed.size(), stderr);
 }
 
 ExitStatus reportException() noexcept {

@@ -71,4 +71,16 @@ WXmlDocPtr engineDocumentFrom(CString const& text) {
     return document;
 }
 
+WXmlDocPtr loadFromPath(std::string const& file) {
+    if (file == "-") return loadEngineDocument(file);
+    // Tells what cannot be read from what is not well-formed, which the engine does not.
+    loadEngineDocument(file);
+    WXmlDocPtr document = newEngineDocument();
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    HRESULT const result = document->load(_variant_t{toWide(file)}, &isLoaded);
+    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
+    if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
+    return document;
+}
+
 } // namespace tibxml::tool

@@ -17,4 +17,8 @@ WXmlDocPtr loadEngineDocument(std::string const& file);
 /// The document that a text is, which must be well-formed.
 WXmlDocPtr engineDocumentFrom(CString const& text);
 
+/// The document in a file, with the engine knowing the path, so that it finds what stands beside
+/// the file and the lines in it.
+WXmlDocPtr loadFromPath(std::string const& file);
+
 } // namespace tibxml::tool

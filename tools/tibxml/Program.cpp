@@ -13,7 +13,7 @@ namespace tibxml::tool {
 
 namespace {
 
-constexpr char const* description = "Check, query, read and change XML files";
+constexpr char const* description = "Check, query, read, change and validate XML files";
 
 constexpr char const* examples =
     R"(Status: 0 found, 1 not found or not well-formed, 2 called wrongly, or a file that
@@ -31,6 +31,7 @@ Examples:
   tibxml strings german.xml menu open
   tibxml events settings.xml
   tibxml stats settings.xml
+  tibxml validate settings.xml settings.xsd
 
 "tibxml COMMAND --help" tells more about a command.)";
 

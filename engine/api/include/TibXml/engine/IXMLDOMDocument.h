@@ -58,9 +58,28 @@ protected:
 inline constexpr IID IID_IXMLDOMDocument2{
     0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
-/// A document with properties.
+/// A document with properties and schemas.
 class IXMLDOMDocument2 : public IXMLDOMDocument {
 public:
+    /// The collection of schemas that `validate` uses, as an object variant; `S_FALSE` and an empty
+    /// variant when there is none.
+    virtual HRESULT get_schemas(VARIANT* schemas) = 0;
+
+    /// Makes `validate` use a collection of schemas (`IXMLDOMSchemaCollection`), given as an object
+    /// variant, until another one is put or the document is gone; loading does not change it. An
+    /// empty variant, a null one, and a null object take it away. `E_INVALIDARG` for anything else.
+    virtual HRESULT putref_schemas(VARIANT schemas) = 0;
+
+    /// Whether the document, as it is now, is valid by the schema for the namespace of its root:
+    /// `S_OK` and an error object with code 0, or `S_FALSE` and one that tells what is wrong. It is
+    /// an `IXMLDOMParseError2`, which has all errors. The code is 0xC00CE223 when there is no root
+    /// element, 0xC00CE224 when there is no schema for its namespace.
+    ///
+    /// The line of an error is the one on which the start tag of the element at fault ends: in the
+    /// file, when the document was loaded from one and neither has changed since; otherwise in the
+    /// text that `get_xml` gives. Schema locations in the document are not followed.
+    virtual HRESULT validate(IXMLDOMParseError** error) = 0;
+
     /// Sets one of these, by its exact name: "SelectionNamespaces" (a string of declarations such
     /// as `xmlns:p='urn:x'`, the prefixes that queries may use), "SelectionLanguage" ("XPath" is
     /// the only one), "NewParser" and "AllowDocumentFunction" (booleans; an integer counts as true
