@@ -17,8 +17,10 @@ std::string pathOf(BSTR text);
 // All as reader::read: false with the error filled when there is nothing that can be read or it is
 // not a document.
 //
-// The path is tried as it is, then as a file: URL, then with its %XX decoded.
-bool readFile(tree::Document& document, std::string const& path, reader::ReadError& error);
+// The path is tried as it is, then as a file: URL, then with its %XX decoded. `location` becomes
+// the absolute path of the file that was read.
+bool readFile(tree::Document& document, std::string const& path, std::string& location,
+              reader::ReadError& error);
 
 // From the current position of an object that offers ISequentialStream or IStream.
 bool readStream(tree::Document& document, IUnknown* object, reader::ReadError& error);

@@ -22,6 +22,7 @@ AddCommand addCheck;
 AddCommand addQuery;
 AddCommand addGet;
 AddCommand addPath;
+AddCommand addTransform;
 
 // In the order of the program's help.
 inline constexpr AddCommand* allCommands[] = {
@@ -29,6 +30,7 @@ inline constexpr AddCommand* allCommands[] = {
     addQuery, //
     addGet,   //
     addPath,  //
+    addTransform,
 };
 
 } // namespace tibxml::tool
