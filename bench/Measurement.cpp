@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <limits>
 #include <stdexcept>
 
 #include "ProcessorTime.h"
@@ -40,6 +39,7 @@ int runsPerBatch(Contender& contender) {
 void compareAnswers(Operation& operation) {
     std::array<std::uint64_t, libraryCount> answers{};
     for (std::size_t i = 0; i < libraryCount; ++i) {
+        if (!operation.contenders[i]) continue;
         operation.contenders[i]->restore();
         operation.contenders[i]->run();
         answers[i] = operation.contenders[i]->answer();
@@ -60,15 +60,17 @@ double timeOnce(Contender& contender, int runs) {
 Row measure(Operation& operation) {
     compareAnswers(operation);
     Row row{operation.name, Unit::seconds, {}, operation.targets};
-    row.values.fill(std::numeric_limits<double>::max());
+    row.values.fill(absent);
     std::array<int, libraryCount> runs{};
     for (std::size_t i = 0; i < libraryCount; ++i)
-        runs[i] = runsPerBatch(*operation.contenders[i]);
+        if (operation.contenders[i]) runs[i] = runsPerBatch(*operation.contenders[i]);
     auto const start = Clock::now();
     for (int round = 0; round < mostRounds; ++round) {
         if (round >= fewestRounds && secondsSince(start) > timePerContender * libraryCount) break;
         for (std::size_t i = 0; i < libraryCount; ++i)
-            row.values[i] = std::min(row.values[i], timeOnce(*operation.contenders[i], runs[i]));
+            if (operation.contenders[i])
+                row.values[i] =
+                    std::min(row.values[i], timeOnce(*operation.contenders[i], runs[i]));
     }
     return row;
 }

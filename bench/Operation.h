@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <string>
 
 #include "Contender.h"
@@ -22,11 +23,14 @@ struct Targets {
 
 struct Operation {
     std::string name;
-    std::array<ContenderPtr, libraryCount> contenders;
+    std::array<ContenderPtr, libraryCount> contenders; // null for who does not take part
     Targets targets;
 };
 
 enum class Unit { seconds, bytes };
+
+// The value of a library that does not take part.
+inline constexpr double absent = std::numeric_limits<double>::max();
 
 struct Row {
     std::string name;

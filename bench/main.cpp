@@ -21,6 +21,7 @@
 #include "lookup/Lookup.h"
 #include "memory/Memory.h"
 #include "save/Save.h"
+#include "transform/Transform.h"
 
 namespace {
 
@@ -67,6 +68,7 @@ void measureEverything(Wishes const& wishes) {
     measureAll(lookupOperations(), wishes);
     measureAll(listOperations(), wishes);
     measureAll(saveOperations(), wishes);
+    measureAll(transformOperations(), wishes);
     if (wishes.large) printGrowth();
 }
 

@@ -16,7 +16,7 @@ RESULTS = [
     ("<xsl:output encoding='ISO-8859-1'/><xsl:template match='/'><n>\u00e9</n></xsl:template>",
      '<?xml version="1.0" encoding="ISO-8859-1"?>\n<n>\u00e9</n>\n'.encode("latin-1")),
     ("<xsl:output omit-xml-declaration='yes'/><xsl:template match='/'>"
-     "<xsl:copy-of select='.'/></xsl:template>", "<a>\n <i/> <i/></a>\n"),
+     "<xsl:copy-of select='.'/></xsl:template>", "<a><i/><i/></a>\n"),
     ("<xsl:output omit-xml-declaration='yes'/><xsl:template match='/'>"
      "<xsl:comment>only</xsl:comment></xsl:template>", "<!--only-->\n"),
     ("<xsl:output omit-xml-declaration='yes'/><xsl:template match='/'>"

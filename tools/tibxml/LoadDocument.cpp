@@ -56,14 +56,18 @@ WXmlDocPtr newEngineDocument() {
     return document;
 }
 
-WXmlDoc loadDocument(std::string const& file) {
-    WXmlDocPtr const document = newEngineDocument();
+WXmlDocPtr loadEngineDocument(std::string const& file) {
+    WXmlDocPtr document = newEngineDocument();
     loadFromInput(document, file);
-    return WXmlDoc{document};
+    return document;
 }
 
-WXmlDocPtr loadExactly(std::string const& file) {
-    WXmlDocPtr const document = newEngineDocument();
+WXmlDoc loadDocument(std::string const& file) {
+    return WXmlDoc{loadEngineDocument(file)};
+}
+
+WXmlDocPtr loadStylesheet(std::string const& file) {
+    WXmlDocPtr document = newEngineDocument();
     document->put_preserveWhiteSpace(VARIANT_TRUE);
     loadFromInput(document, file);
     if (file == "-") return document;

@@ -10,11 +10,14 @@ namespace tibxml::tool {
 /// `file:line:column: reason`, when it is not well-formed, and when it cannot be read.
 WXmlDoc loadDocument(std::string const& file);
 
+/// The same as the engine's own object.
+WXmlDocPtr loadEngineDocument(std::string const& file);
+
+/// The stylesheet in a file, with the white space that it may want to write. The engine knows the
+/// file, from which others are found, unless it is the standard input. Throws as `loadDocument`.
+WXmlDocPtr loadStylesheet(std::string const& file);
+
 /// A new document of the engine, without content.
 WXmlDocPtr newEngineDocument();
-
-/// The document in a file with all its white space. The engine knows where it is from, unless it is
-/// the standard input. Throws `Failure` as `loadDocument` does.
-WXmlDocPtr loadExactly(std::string const& file);
 
 } // namespace tibxml::tool

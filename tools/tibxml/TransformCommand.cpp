@@ -45,8 +45,8 @@ void allowDocumentFunction(WXmlDocPtr const& stylesheet) {
 }
 
 WXmlDocPtr resultOf(Transform const& transform) {
-    WXmlDocPtr const document = loadExactly(transform.file);
-    WXmlDocPtr const stylesheet = loadExactly(transform.stylesheet);
+    WXmlDocPtr const document = loadEngineDocument(transform.file);
+    WXmlDocPtr const stylesheet = loadStylesheet(transform.stylesheet);
     WXmlDocPtr result = newEngineDocument();
     try {
         allowDocumentFunction(stylesheet);
