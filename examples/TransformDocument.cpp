@@ -14,23 +14,17 @@ int main(int argc, char* argv[]) {
 
     // Copies everything but the windows that are not visible, and counts up the version.
     WXmlDoc upgrade = WXmlDoc::CreateFromString(
-        LR"(
-<xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
-  <xsl:template match="@*|node()" > <
-            xsl
-        : copy > < xsl
-        : apply - templates select = "@*|node()" / > < / xsl
-        : copy > < / xsl
-        : template > < xsl
-        : template match = "window[@visible='false']" / > < xsl
-        : template match = "/*/@version" > < xsl
-        : attribute name = "version" > < xsl
-        : value - of select = ". + 1" / > < / xsl
-        : attribute > < / xsl
-        : template > < / xsl
-        : stylesheet >) " + 1); // an XML document begins with its first character
+        L"<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
+        L"<xsl:template match='@*|node()'>"
+        L"<xsl:copy><xsl:apply-templates select='@*|node()'/></xsl:copy>"
+        L"</xsl:template>"
+        L"<xsl:template match='window[@visible=\"false\"]'/>"
+        L"<xsl:template match='/*/@version'>"
+        L"<xsl:attribute name='version'><xsl:value-of select='. + 1'/></xsl:attribute>"
+        L"</xsl:template>"
+        L"</xsl:stylesheet>");
 
-        std::unique_ptr<WDataBackup> const backup(settings.Backup());
+    std::unique_ptr<WDataBackup> const backup(settings.Backup());
     WXmlDoc const before = settings.Clone();
     if (!settings.ApplyXSLT(upgrade)) return 1;
     std::printf("version %d, windows %d\n", settings.GetRootNode().Attribute(L"@version").GetInt(0),
