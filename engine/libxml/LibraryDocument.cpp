@@ -25,12 +25,14 @@ xmlChar const* bytes(std::string_view text) noexcept {
 
 class Copier {
 public:
-    Copier(xmlDoc& document, Node const* top) noexcept
+    // From blocks unless that is null.
+    Copier(xmlDoc& document, Node const* top, NodeBlocks* blocks) noexcept
         : document_{document},
           // libxml2's documents begin like its nodes.
           parent_{reinterpret_cast<xmlNode*>(&document)},
           top_{top},
-          namespaces_{document} {}
+          blocks_{blocks},
+          namespaces_{document, blocks} {}
 
     void run() {
         Node const* node = top_->is(NodeKind::document) ? top_->firstChild() : top_;
@@ -87,7 +89,7 @@ private:
     }
 
     xmlAttr* addAttribute(xmlNode& element, xmlAttr* last, Node const* attribute) {
-        xmlAttr* const copy = allocated(static_cast<xmlAttr*>(xmlMalloc(sizeof(xmlAttr))));
+        xmlAttr* const copy = static_cast<xmlAttr*>(take(sizeof(xmlAttr)));
         *copy = xmlAttr{};
         copy->type = XML_ATTRIBUTE_NODE;
         copy->doc = &document_;
@@ -126,16 +128,16 @@ private:
 
     void appendWithContent(xmlElementType type, xmlChar const* name, std::string_view content) {
         xmlNode* const node = append(type, name);
-        node->content = allocated(xmlStrndup(bytes(content), static_cast<int>(content.size())));
+        node->content = stored(content);
     }
 
     // libxml2's own reader, too, keeps short texts where an element has its attributes.
-    static void setText(xmlNode& node, std::string_view text) {
+    void setText(xmlNode& node, std::string_view text) {
         constexpr std::size_t room = sizeof(node.properties) + sizeof(node.nsDef);
         static_assert(offsetof(xmlNode, nsDef) ==
                       offsetof(xmlNode, properties) + sizeof(node.properties));
         if (text.size() >= room) {
-            node.content = allocated(xmlStrndup(bytes(text), static_cast<int>(text.size())));
+            node.content = stored(text);
             return;
         }
         node.content = reinterpret_cast<xmlChar*>(&node.properties);
@@ -143,8 +145,19 @@ private:
         node.content[text.size()] = 0;
     }
 
+    void* take(std::size_t size) {
+        return blocks_ != nullptr ? blocks_->take(size) : allocated(xmlMalloc(size));
+    }
+
+    xmlChar* stored(std::string_view text) {
+        auto* const copy = static_cast<xmlChar*>(take(text.size() + 1));
+        if (!text.empty()) std::memcpy(copy, text.data(), text.size());
+        copy[text.size()] = 0;
+        return copy;
+    }
+
     xmlNode* newNode(xmlElementType type, xmlChar const* name) {
-        xmlNode* const node = allocated(static_cast<xmlNode*>(xmlMalloc(sizeof(xmlNode))));
+        xmlNode* const node = static_cast<xmlNode*>(take(sizeof(xmlNode)));
         *node = xmlNode{};
         node->type = type;
         node->name = name;
@@ -181,6 +194,7 @@ private:
     xmlDoc& document_;
     xmlNode* parent_;
     Node const* top_;
+    NodeBlocks* blocks_;
     LibraryNamespaces namespaces_;
     std::size_t elements_ = 0;
     std::string texts_; // of a run
@@ -189,12 +203,67 @@ private:
 
 } // namespace
 
-LibraryDocument toLibrary(Node const* source, std::string const& url) {
+NodeBlocks::~NodeBlocks() {
+    for (xmlNs* const ns : namespaces_)
+        xmlFreeNs(ns);
+}
+
+void* NodeBlocks::take(std::size_t size) {
+    constexpr std::size_t blockSize = std::size_t{1} << 18;
+    constexpr std::size_t alignment = alignof(xmlNode);
+    std::size_t const whole = (size + alignment - 1) / alignment * alignment;
+    if (whole > blockSize / 4) {
+        blocks_.push_back(std::make_unique_for_overwrite<std::byte[]>(whole));
+        return blocks_.back().get();
+    }
+    if (whole > left_) {
+        blocks_.push_back(std::make_unique_for_overwrite<std::byte[]>(blockSize));
+        next_ = blocks_.back().get();
+        left_ = blockSize;
+    }
+    void* const taken = next_;
+    next_ += whole;
+    left_ -= whole;
+    return taken;
+}
+
+void NodeBlocks::own(xmlNs* ns) {
+    try {
+        namespaces_.push_back(ns);
+    } catch (...) {
+        xmlFreeNs(ns);
+        throw;
+    }
+}
+
+namespace {
+
+LibraryDocument emptyDocument() {
     LibraryDocument document{allocated(xmlNewDoc(BAD_CAST "1.0"))};
     document->dict = allocated(xmlDictCreate());
-    if (!url.empty()) document->URL = allocated(xmlStrdup(bytes(url)));
-    Copier{*document, source}.run();
     return document;
+}
+
+} // namespace
+
+LibraryDocument toLibrary(Node const* source, std::string const& url) {
+    LibraryDocument document = emptyDocument();
+    if (!url.empty()) document->URL = allocated(xmlStrdup(bytes(url)));
+    Copier{*document, source, nullptr}.run();
+    return document;
+}
+
+ReadOnlyCopy::ReadOnlyCopy(Node const* source) : document_{emptyDocument()} {
+    try {
+        Copier{*document_, source, &blocks_}.run();
+    } catch (...) {
+        document_->children = document_->last = nullptr;
+        throw;
+    }
+}
+
+ReadOnlyCopy::~ReadOnlyCopy() {
+    document_->children = document_->last = nullptr; // they are not libxml2's to free
 }
 
 Node const* elementNumber(tree::Document const& document, std::size_t number) noexcept {

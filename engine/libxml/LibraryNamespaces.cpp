@@ -5,8 +5,6 @@
 #include <tree/Name.h>
 #include <tree/NamespaceLookup.h>
 
-#include "LibraryDocument.h"
-
 namespace tibxml::transform {
 
 namespace {
@@ -47,6 +45,7 @@ xmlNs* LibraryNamespaces::find(std::string_view prefix, std::string_view uri) co
 xmlNs* LibraryNamespaces::declare(xmlNode& copy, std::string_view prefix, std::string_view uri) {
     visible_.reserve(visible_.size() + 1);
     xmlNs* const ns = allocated(xmlNewNs(nullptr, nullptr, nullptr));
+    if (blocks_ != nullptr) blocks_->own(ns);
     xmlNs** last = &copy.nsDef;
     while (*last != nullptr)
         last = &(*last)->next;

@@ -9,12 +9,17 @@
 
 #include <tree/Node.h>
 
+#include "LibraryDocument.h"
+
 namespace tibxml::transform {
 
 // Elements are opened and closed in document order. Every function throws std::bad_alloc.
 class LibraryNamespaces {
 public:
-    explicit LibraryNamespaces(xmlDoc& document) noexcept : document_{document} {}
+    // What it declares is the copies' to free, unless there are blocks that own it.
+    LibraryNamespaces(xmlDoc& document, NodeBlocks* blocks) noexcept
+        : document_{document},
+          blocks_{blocks} {}
 
     // With the declarations that an element carries; they are added to its copy.
     void open(xmlNode& copy, tree::Node const* element);
@@ -33,6 +38,7 @@ private:
     xmlNs* ofXml(xmlNode& copy);
 
     xmlDoc& document_;
+    NodeBlocks* blocks_;
     std::vector<xmlNs*> visible_;     // the innermost last
     std::vector<std::size_t> levels_; // how many there were before each open element
 };

@@ -111,6 +111,13 @@ ResultForm formOf(xsltStylesheet* style, xmlDoc const& result) noexcept {
     return form;
 }
 
+bool stripsSpaces(xsltStylesheet* style) noexcept {
+    for (; style != nullptr; style = xsltNextImport(style)) {
+        if (style->stripSpaces != nullptr || style->stripAll != 0) return true;
+    }
+    return false;
+}
+
 // To libxslt unknown instructions and the like are a warning. They are one only to a stylesheet of
 // a later version of the language.
 bool hasErrors(xsltStylesheet const& style) noexcept {
@@ -146,14 +153,18 @@ Stylesheet::Stylesheet(tree::Document& document, std::string location)
 Stylesheet::~Stylesheet() = default;
 
 tree::DocumentRef Stylesheet::apply(tree::Node const* source, DocumentFunction permission) const {
+    if (!stripsSpaces(compiled_->style)) return transformed(ReadOnlyCopy{source}.get(), permission);
+    return transformed(toLibrary(source, {}).get(), permission); // of which texts are freed
+}
+
+tree::DocumentRef Stylesheet::transformed(xmlDoc* input, DocumentFunction permission) const {
     // Each is used by those behind it.
-    LibraryDocument const input = toLibrary(source, {});
     TransformErrors const errors{*document_, urlOfStylesheet(location_)};
     LocalFiles const files;
     Security const security = securityFor(permission);
-    Context const context = contextFor(compiled_->style, input.get(), security.get());
-    LibraryDocument const result{xsltApplyStylesheetUser(compiled_->style, input.get(), nullptr,
-                                                         nullptr, nullptr, context.get())};
+    Context const context = contextFor(compiled_->style, input, security.get());
+    LibraryDocument const result{
+        xsltApplyStylesheetUser(compiled_->style, input, nullptr, nullptr, nullptr, context.get())};
     errors.requireMemory();
     if (!result || context->state != XSLT_STATE_OK) throw TransformError{errors.reason()};
     return fromLibrary(*result, formOf(compiled_->style, *result));

@@ -8,6 +8,8 @@
 
 #include <tree/Document.h>
 
+struct _xmlDoc;
+
 namespace tibxml::transform {
 
 // Why a stylesheet or a transformation does not work; what() is one line for people and names the
@@ -43,6 +45,8 @@ public:
 
 private:
     struct Compiled;
+
+    tree::DocumentRef transformed(_xmlDoc* input, DocumentFunction permission) const;
 
     tree::DocumentRef document_; // for naming places
     std::string location_;
