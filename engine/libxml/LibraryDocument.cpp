@@ -133,9 +133,9 @@ private:
 
     // libxml2's own reader, too, keeps short texts where an element has its attributes.
     void setText(xmlNode& node, std::string_view text) {
-        constexpr std::size_t room = sizeof(node.properties) + sizeof(node.nsDef);
-        static_assert(offsetof(xmlNode, nsDef) ==
-                      offsetof(xmlNode, properties) + sizeof(node.properties));
+        constexpr std::size_t room = 2 * sizeof(void*);
+        static_assert(offsetof(xmlNode, nsDef) + sizeof(void*) ==
+                      offsetof(xmlNode, properties) + room);
         if (text.size() >= room) {
             node.content = stored(text);
             return;

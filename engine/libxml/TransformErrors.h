@@ -8,7 +8,7 @@
 
 #include <tree/Document.h>
 
-struct _xsltTransformContext;
+struct _xsltTransformContext; // NOLINT(bugprone-reserved-identifier): libxslt has named it
 
 namespace tibxml::transform {
 

@@ -8,7 +8,7 @@
 
 #include <tree/Document.h>
 
-struct _xmlDoc;
+struct _xmlDoc; // NOLINT(bugprone-reserved-identifier): libxml2 has named it
 
 namespace tibxml::transform {
 
