@@ -29,6 +29,9 @@ struct Operation {
 
 enum class Unit { seconds, bytes };
 
+// The value of a library that does not take part.
+inline constexpr double absent = 0;
+
 struct Row {
     std::string name;
     Unit unit;

@@ -14,7 +14,7 @@ std::string formatted(char const* format, double value) {
 }
 
 std::string inUnit(double value, Unit unit) {
-    if (value == 0) return "-";
+    if (value == absent) return "-";
     if (unit == Unit::bytes) return formatted("%.1f B", value);
     if (value < 1e-6) return formatted("%.0f ns", value * 1e9);
     if (value < 1e-3) return formatted("%.2f us", value * 1e6);
@@ -22,7 +22,7 @@ std::string inUnit(double value, Unit unit) {
 }
 
 std::string ratioTo(Row const& row, Library peer) {
-    if (row.values[peer] == 0) return "-";
+    if (row.values[peer] == absent) return "-";
     return formatted("%.2f", row.values[peer] / row.values[tibxml]);
 }
 

@@ -26,6 +26,7 @@
 #include "save/Save.h"
 #include "sax/Sax.h"
 #include "strings/Strings.h"
+#include "transform/Transform.h"
 #include "validate/Validate.h"
 #include "json/Json.h"
 
@@ -82,6 +83,7 @@ void measureEverything(Wishes const& wishes) {
     if (std::string_view{"sax"}.find(wishes.part) != std::string_view::npos)
         printSax(largeSettings());
     measureAll(validateOperations(large), wishes);
+    measureAll(transformOperations(), wishes);
     if (wishes.large) printGrowth();
 }
 

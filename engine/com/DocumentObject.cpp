@@ -33,12 +33,30 @@ HRESULT DocumentObject::create(REFIID iid, void** object) noexcept {
 }
 
 void DocumentObject::startAfresh() {
-    auto const fresh = tree::DocumentRef::adopt(tree::Document::create());
+    replaceContent(tree::DocumentRef::adopt(tree::Document::create()));
+}
+
+void DocumentObject::replaceContent(tree::DocumentRef const& fresh) {
     fresh->preservesWhiteSpace = storage().preservesWhiteSpace;
     leaveBehind(*this);
     tree::clear(storage());
     detach();
     attach(*this, *fresh, fresh->node());
+    parseError_ = {};
+    loadedPath_.clear();
+    loadedLocation_.clear();
+    stylesheet_.reset();
+}
+
+std::shared_ptr<transform::Stylesheet const> DocumentObject::asStylesheet() {
+    bool const isUnchanged = stylesheet_ != nullptr && stylesheetSerial_ == storage().serial() &&
+                             stylesheetVersion_ == storage().version();
+    if (isUnchanged) return stylesheet_;
+    stylesheet_.reset();
+    stylesheet_ = std::make_shared<transform::Stylesheet const>(storage(), loadedLocation_);
+    stylesheetSerial_ = storage().serial();
+    stylesheetVersion_ = storage().version();
+    return stylesheet_;
 }
 
 HRESULT DocumentObject::get_documentElement(IXMLDOMElement** element) noexcept {
@@ -73,8 +91,6 @@ HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept {
     *isSuccessful = VARIANT_FALSE;
     return guarded(IID_IXMLDOMDocument, [&] {
         startAfresh();
-        parseError_ = {};
-        loadedPath_.clear();
         if (!read(parseError_)) return S_FALSE;
         loadedSerial_ = storage().serial();
         loadedVersion_ = storage().version();
@@ -94,7 +110,7 @@ bool DocumentObject::loadFrom(VARIANT const& source, reader::ReadError& error) {
     TreeSource tree{storage()};
     if (source.vt != VT_BSTR) return readStream(tree, source.punkVal, error);
     loadedPath_ = pathOf(source.bstrVal);
-    return readFile(tree, loadedPath_, error);
+    return readFile(tree, loadedPath_, loadedLocation_, error);
 }
 
 bool DocumentObject::isAsLoaded() const noexcept {

@@ -10,6 +10,7 @@
 #include <com/LiveObjects.h>
 #include <query/Namespaces.h>
 #include <reader/Reader.h>
+#include <transform/Stylesheet.h>
 
 #include "BlockPool.h"
 #include "ComPtr.h"
@@ -66,6 +67,18 @@ public:
     HRESULT getProperty(BSTR name, VARIANT* value) noexcept override;
     HRESULT importNode(IXMLDOMNode* node, VARIANT_BOOL deep, IXMLDOMNode** copy) noexcept override;
 
+    // Replaces the content by a tree that nobody else refers to; the document stays the same
+    // object, and the old nodes live on as far as handles refer to them. Throws std::bad_alloc
+    // before anything changed.
+    void replaceContent(tree::DocumentRef const& fresh);
+
+    // This document as a stylesheet: compiled anew only after it has changed. Throws what compiling
+    // throws.
+    std::shared_ptr<transform::Stylesheet const> asStylesheet();
+
+    // What stylesheets may read: whether "AllowDocumentFunction" is set.
+    bool allowsDocumentFunction() const noexcept { return allowDocumentFunction_; }
+
     // A new document with the same settings and, when deep, a copy of the content; one reference
     // for the caller. Throws std::bad_alloc.
     DocumentObject* clone(bool deep);
@@ -73,8 +86,8 @@ public:
 private:
     ~DocumentObject() override;
 
-    // Replaces the content by an empty tree; the old nodes live on as far as handles refer to them.
-    // Throws std::bad_alloc before anything changed.
+    // Replaces the content by an empty tree, with all that was known about the old one. Throws
+    // std::bad_alloc before anything changed.
     void startAfresh();
 
     // Reads new content by a step that fills a tree and an error; never leaves half of a document.
@@ -90,10 +103,14 @@ private:
     NodeObjectPool nodeObjects_;
     query::Namespaces namespaces_;
     reader::ReadError parseError_;
-    std::string loadedPath_;
+    std::string loadedPath_;         // as it was given
+    std::string loadedLocation_;     // the absolute path of the file; empty when there is none
     std::uint64_t loadedSerial_ = 0; // of the content as it was loaded
     std::uint64_t loadedVersion_ = 0;
     ComPtr<SchemaCache> schemas_;
+    std::shared_ptr<transform::Stylesheet const> stylesheet_;
+    std::uint64_t stylesheetSerial_ = 0; // of the tree that it was compiled from
+    std::uint64_t stylesheetVersion_ = 0;
     bool newParser_ = false;
     bool allowDocumentFunction_ = false;
 };

@@ -7,6 +7,7 @@
 #include "Failure.h"
 #include "Insertion.h"
 #include "NodeOperations.h"
+#include "Transformation.h"
 #include "TypedValue.h"
 
 namespace tibxml::com {
@@ -101,6 +102,13 @@ public:
     HRESULT selectSingleNode(BSTR expression, IXMLDOMNode** node) noexcept final {
         return replyObject(IID_IXMLDOMNode, node,
                            [&] { return com::selectSingleNode(*this, expression); });
+    }
+
+    HRESULT transformNodeToObject(IXMLDOMNode* stylesheet, VARIANT output) noexcept final {
+        return guarded(IID_IXMLDOMNode, [&] {
+            transformToObject(*this, *handleOf(stylesheet), output);
+            return S_OK;
+        });
     }
 
 protected:

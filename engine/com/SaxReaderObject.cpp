@@ -183,7 +183,8 @@ HRESULT SaxReaderObject::parseURL(wchar_t const* url) noexcept {
         std::string path;
         if (!platform::appendUtf8(path, url)) path.clear(); // no file has such a name
         return parseBy(url, [&](SourceReader& reader, reader::ReadError& error) {
-            return readFile(reader, path, error);
+            std::string location; // nothing is looked for beside the file
+            return readFile(reader, path, location, error);
         });
     });
 }

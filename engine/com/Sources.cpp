@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -85,6 +86,12 @@ std::string_view withoutFileScheme(std::string_view path) noexcept {
     return path;
 }
 
+// Empty when the working directory is gone.
+std::string absolutePath(std::string const& path) {
+    std::error_code error;
+    return std::filesystem::absolute(path, error).lexically_normal().native();
+}
+
 } // namespace
 
 bool isSource(VARIANT const& source) noexcept {
@@ -98,12 +105,16 @@ std::string pathOf(BSTR text) {
     return path;
 }
 
-bool readFile(SourceReader& reader, std::string const& path, reader::ReadError& error) {
+bool readFile(SourceReader& reader, std::string const& path, std::string& location,
+              reader::ReadError& error) {
     int reason = ENOENT;
     std::string const local{withoutFileScheme(path)};
     for (std::string const& candidate : {path, local, decodePercents(local)}) {
         FileSource source{candidate.c_str()};
-        if (source.isOpen()) return reader.readBytes(source, error);
+        if (source.isOpen()) {
+            location = absolutePath(candidate);
+            return reader.readBytes(source, error);
+        }
         if (errno != ENOENT) reason = errno;
     }
     return fail(error, "cannot open the file: " + std::generic_category().message(reason));

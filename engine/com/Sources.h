@@ -30,8 +30,10 @@ protected:
 // All answer what the reader does, or false with the error filled when there is nothing that it can
 // read.
 //
-// The path is tried as it is, then as a file: URL, then with its %XX decoded.
-bool readFile(SourceReader& reader, std::string const& path, reader::ReadError& error);
+// The path is tried as it is, then as a file: URL, then with its %XX decoded. `location` becomes
+// the absolute path of the file that was read.
+bool readFile(SourceReader& reader, std::string const& path, std::string& location,
+              reader::ReadError& error);
 
 // The first of those that is there and may be read; empty when none is. Throws std::bad_alloc.
 std::string existingFile(std::string const& path);

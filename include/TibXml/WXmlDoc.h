@@ -160,6 +160,25 @@ public:
     /// load, so that the engine can be asked once more.
     bool Validate(wchar_t const* schemaPath) noexcept;
 
+    /// Replaces the content by what an XSLT 1.0 stylesheet makes of it. The document stays the
+    /// same: handles that share it see the new content, and nodes taken before stay usable. The
+    /// stylesheet may be this document, and is compiled once for as long as it is not changed.
+    ///
+    /// The stylesheet keeps the property "AllowDocumentFunction", which lets `document()` read
+    /// local files, relative to the file that the stylesheet was loaded from. Load stylesheets that
+    /// make text with blanks (`<xsl:text> </xsl:text>`) by a handle with `preserveWhiteSpace`.
+    ///
+    /// False, with the content as it was, when either handle is empty, when the stylesheet does not
+    /// compile, fails or ends itself by a message, and when its result is no document: more than
+    /// one element, or text beside the root. A result without any element is a result.
+    bool ApplyXSLT(WXmlDoc& stylesheet) noexcept;
+
+    /// A new document with a copy of the root element and all in it, and nothing else: no comments
+    /// and processing instructions beside the root, no prefixes for paths, and without
+    /// `preserveWhiteSpace`. An empty handle when this one is empty or its document has no root,
+    /// and when it fails.
+    WXmlDoc Clone() const;
+
 private:
     bool CreateDocument() noexcept;
     WXmlDocPtr const& Document() const noexcept;

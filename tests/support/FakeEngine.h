@@ -297,8 +297,19 @@ public:
         return this->giveObject("selectSingleNode", out, selected.GetInterfacePtr());
     }
 
+    HRESULT transformNodeToObject(IXMLDOMNode* stylesheet, VARIANT output) override {
+        HRESULT const code = this->answer("transformNodeToObject");
+        passedStylesheet = stylesheet;
+        passedOutput = output;
+        return code;
+    }
+
     /// The last text or expression that was passed in.
     std::wstring writtenText;
+
+    /// What was passed for the last transformation; the stylesheet is not kept alive.
+    IXMLDOMNode* passedStylesheet = nullptr;
+    _variant_t passedOutput;
 
 protected:
     explicit NodeOf(std::shared_ptr<Behaviour> shared) : Object<Interface>{std::move(shared)} {}

@@ -31,22 +31,24 @@ AddCommand addStrings;
 AddCommand addEvents;
 AddCommand addStats;
 AddCommand addValidate;
+AddCommand addTransform;
 
 // In the order of the program's help.
 inline constexpr AddCommand* allCommands[] = {
-    addCheck,    //
-    addQuery,    //
-    addGet,      //
-    addSet,      //
-    addDelete,   //
-    addLayered,  //
-    addPath,     //
-    addJson,     //
-    addXml,      //
-    addStrings,  //
-    addEvents,   //
-    addStats,    //
-    addValidate, //
+    addCheck,     //
+    addQuery,     //
+    addGet,       //
+    addSet,       //
+    addDelete,    //
+    addLayered,   //
+    addPath,      //
+    addJson,      //
+    addXml,       //
+    addStrings,   //
+    addEvents,    //
+    addStats,     //
+    addValidate,  //
+    addTransform, //
 };
 
 } // namespace tibxml::tool

@@ -11,19 +11,6 @@ namespace tibxml::tool {
 
 namespace {
 
-// Straight from the engine: what the library's own loading says is no more than whether it worked.
-WXmlDocPtr newEngineDocument() {
-    void* object = nullptr;
-    HRESULT const result =
-        CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument3, &object);
-    if (FAILED(result)) _com_issue_error(result);
-    WXmlDocPtr document{static_cast<IXMLDOMDocument3*>(object), false};
-    OleRun(document);
-    _bstr_t newParser{L"NewParser"}; // as the library sets it
-    document->setProperty(newParser.GetBSTR(), _variant_t{true});
-    return document;
-}
-
 std::string placeIn(IXMLDOMParseError& error) {
     LONG line = 0;
     LONG column = 0;
@@ -45,16 +32,33 @@ Failure notWellFormed(std::string const& file, WXmlDocPtr const& document) {
     return {ExitStatus::notFound, file + ":" + placeIn(known) + ": " + reasonOf(known)};
 }
 
-} // namespace
-
-WXmlDocPtr loadEngineDocument(std::string const& file) {
+void loadFromInput(WXmlDocPtr const& document, std::string const& file) {
     InputFile input{file};
-    WXmlDocPtr document = newEngineDocument();
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     HRESULT const result = document->load(_variant_t{&input}, &isLoaded);
     input.requireSuccess();
     if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
     if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
+}
+
+} // namespace
+
+// Straight from the engine: what the library's own loading says is no more than whether it worked.
+WXmlDocPtr newEngineDocument() {
+    void* object = nullptr;
+    HRESULT const result =
+        CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument3, &object);
+    if (FAILED(result)) _com_issue_error(result);
+    WXmlDocPtr document{static_cast<IXMLDOMDocument3*>(object), false};
+    OleRun(document);
+    _bstr_t newParser{L"NewParser"}; // as the library sets it
+    document->setProperty(newParser.GetBSTR(), _variant_t{true});
+    return document;
+}
+
+WXmlDocPtr loadEngineDocument(std::string const& file) {
+    WXmlDocPtr document = newEngineDocument();
+    loadFromInput(document, file);
     return document;
 }
 
@@ -71,11 +75,13 @@ WXmlDocPtr engineDocumentFrom(CString const& text) {
     return document;
 }
 
-WXmlDocPtr loadFromPath(std::string const& file) {
-    if (file == "-") return loadEngineDocument(file);
-    // Tells what cannot be read from what is not well-formed, which the engine does not.
-    loadEngineDocument(file);
+WXmlDocPtr loadFromPath(std::string const& file, WhiteSpace whiteSpace) {
     WXmlDocPtr document = newEngineDocument();
+    if (whiteSpace == WhiteSpace::preserved) document->put_preserveWhiteSpace(VARIANT_TRUE);
+    // Tells what cannot be read from what is not well-formed, which the engine does not.
+    loadFromInput(document, file);
+    if (file == "-") return document;
+    // A second time by its name, which streams do not have.
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     HRESULT const result = document->load(_variant_t{toWide(file)}, &isLoaded);
     if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);

@@ -17,8 +17,14 @@ WXmlDocPtr loadEngineDocument(std::string const& file);
 /// The document that a text is, which must be well-formed.
 WXmlDocPtr engineDocumentFrom(CString const& text);
 
-/// The document in a file, with the engine knowing the path, so that it finds what stands beside
-/// the file and the lines in it.
-WXmlDocPtr loadFromPath(std::string const& file);
+/// What becomes of white space between elements.
+enum class WhiteSpace { dropped, preserved };
+
+/// The document in a file, with the engine knowing the path unless it is the standard input, so
+/// that it finds what stands beside the file and the lines in it. Throws as `loadDocument`.
+WXmlDocPtr loadFromPath(std::string const& file, WhiteSpace whiteSpace = WhiteSpace::dropped);
+
+/// A new document of the engine, without content.
+WXmlDocPtr newEngineDocument();
 
 } // namespace tibxml::tool

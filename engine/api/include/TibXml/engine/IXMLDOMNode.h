@@ -108,6 +108,17 @@ public:
     /// The first of them; `S_FALSE` when there are none.
     virtual HRESULT selectSingleNode(BSTR expression, IXMLDOMNode** node) = 0;
 
+    /// Transforms the document, or an element with its subtree as a document of its own, by the
+    /// XSLT 1.0 stylesheet that another document holds. The result replaces the content of
+    /// `output`, an object variant with a document, which may be this one: it stays the same
+    /// object, and nodes taken from it before stay usable.
+    ///
+    /// `E_FAIL`, with the place in the error information and `output` unchanged, when the
+    /// stylesheet does not compile, when it fails or ends itself by a message, and when its result
+    /// is no document: more than one element, or text beside the root. `E_INVALIDARG` for anything
+    /// but documents and elements of this engine.
+    virtual HRESULT transformNodeToObject(IXMLDOMNode* stylesheet, VARIANT output) = 0;
+
 protected:
     ~IXMLDOMNode() = default;
 };

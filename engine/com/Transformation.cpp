@@ -1,0 +1,43 @@
+#include "Transformation.h"
+
+#include "DocumentObject.h"
+#include "Failure.h"
+
+namespace tibxml::com {
+
+namespace {
+
+DocumentObject& documentOf(NodeHandle const& handle) {
+    if (!handle.node()->is(tree::NodeKind::document))
+        throw Failure{E_INVALIDARG, "the object is no document"};
+    return handle.owner();
+}
+
+ComPtr<NodeHandle> objectIn(VARIANT const& output) {
+    bool const isObject = output.vt == VT_UNKNOWN || output.vt == VT_DISPATCH;
+    return handleOf(isObject ? output.punkVal : nullptr);
+}
+
+tree::Node const* sourceOf(NodeHandle const& handle) {
+    if (!handle.node()->hasChildList())
+        throw Failure{E_INVALIDARG, "only documents and elements can be transformed"};
+    return handle.node();
+}
+
+transform::DocumentFunction permissionOf(DocumentObject const& stylesheet) noexcept {
+    return stylesheet.allowsDocumentFunction() ? transform::DocumentFunction::localFiles
+                                               : transform::DocumentFunction::refused;
+}
+
+} // namespace
+
+void transformToObject(NodeHandle& source, NodeHandle& stylesheet, VARIANT const& output) {
+    ComPtr<NodeHandle> const target = objectIn(output);
+    DocumentObject& targetDocument = documentOf(*target);
+    DocumentObject& sheet = documentOf(stylesheet);
+    tree::DocumentRef const result =
+        sheet.asStylesheet()->apply(sourceOf(source), permissionOf(sheet));
+    targetDocument.replaceContent(result);
+}
+
+} // namespace tibxml::com

@@ -1,0 +1,223 @@
+#include "ResultTree.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include <reader/Reader.h>
+#include <transform/Stylesheet.h>
+#include <tree/Editing.h>
+#include <tree/NameCharacters.h>
+#include <tree/Navigation.h>
+
+#include "LibraryDocument.h"
+
+namespace tibxml::transform {
+
+using tree::NodeKind;
+
+namespace {
+
+bool isBlankText(std::string_view text) noexcept {
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+class ResultBuilder {
+public:
+    explicit ResultBuilder(tree::Document& document) noexcept
+        : document_{document},
+          parent_{document.node()} {}
+
+    void addDeclaration(ResultForm const& form) {
+        std::string content = "version=\"1.0\"";
+        if (!form.encoding.empty())
+            content.append(" encoding=\"").append(form.encoding).append("\"");
+        if (form.standalone >= 0)
+            content += form.standalone == 1 ? " standalone=\"yes\"" : " standalone=\"no\"";
+        append(NodeKind::declaration, document_.names().intern({}, "xml", {}), content);
+    }
+
+    void addChildren(xmlDoc const& result) {
+        xmlNode const* node = result.children;
+        while (node != nullptr)
+            node = behind(addAt(*node));
+    }
+
+private:
+    // Adds a node, or a run of texts, and returns the last one. Elements are left open.
+    xmlNode const& addAt(xmlNode const& node) {
+        switch (node.type) {
+        case XML_ELEMENT_NODE: openElement(node); return node;
+        case XML_TEXT_NODE: return addTexts(node);
+        case XML_CDATA_SECTION_NODE:
+            if (acceptsText(view(node.content)))
+                append(NodeKind::cdata, nullptr, view(node.content));
+            return node;
+        case XML_COMMENT_NODE: append(NodeKind::comment, nullptr, view(node.content)); return node;
+        case XML_PI_NODE:
+            append(NodeKind::processingInstruction,
+                   document_.names().intern({}, view(node.name), {}), view(node.content));
+            return node;
+        default: return node; // a document type, which our documents do not have
+        }
+    }
+
+    xmlNode const* behind(xmlNode const& added) noexcept {
+        xmlNode const* node = &added;
+        if (node->type == XML_ELEMENT_NODE) {
+            if (node->children != nullptr) return node->children;
+            closeElement();
+        }
+        while (node->next == nullptr) {
+            node = node->parent;
+            if (node->type != XML_ELEMENT_NODE) return nullptr; // the document
+            closeElement();
+        }
+        return node->next;
+    }
+
+    void openElement(xmlNode const& source) {
+        if (depth_ == 0 && document_.documentElement() != nullptr)
+            throw TransformError{"the result has more than one element at its top"};
+        if (++depth_ > reader::maximumDepth)
+            throw TransformError{"the result's elements are nested more than 256 deep"};
+        tree::Node* const element = tree::newElement(document_, nameOf(source.name, source.ns));
+        tree::appendChild(document_, parent_, element);
+        parent_ = element;
+        for (xmlNs const* ns = source.nsDef; ns != nullptr; ns = ns->next)
+            addDeclaration(element, *ns);
+        for (xmlAttr const* a = source.properties; a != nullptr; a = a->next)
+            addAttribute(element, *a);
+    }
+
+    void closeElement() noexcept {
+        --depth_;
+        parent_ = parent_->parent;
+    }
+
+    void addDeclaration(tree::Node* element, xmlNs const& ns) {
+        tree::Name* const name =
+            ns.prefix == nullptr
+                ? document_.names().intern({}, "xmlns", tree::xmlnsNamespace)
+                : document_.names().intern("xmlns", view(ns.prefix), tree::xmlnsNamespace);
+        addAttribute(element, name, view(ns.href));
+    }
+
+    void addAttribute(tree::Node* element, xmlAttr const& source) {
+        tree::Name* const name = nameOf(source.name, source.ns);
+        xmlNode const* const text = source.children;
+        if (text == nullptr || text->next == nullptr)
+            return addAttribute(element, name, text != nullptr ? view(text->content) : "");
+        texts_.clear();
+        for (xmlNode const* piece = text; piece != nullptr; piece = piece->next)
+            texts_ += view(piece->content);
+        addAttribute(element, name, texts_);
+    }
+
+    void addAttribute(tree::Node* element, tree::Name* name, std::string_view value) {
+        tree::Node* const attribute = document_.arena().newNode(NodeKind::attribute);
+        attribute->name = name;
+        tree::setTextOnce(document_, attribute, value);
+        tree::appendAttribute(document_, element, attribute);
+    }
+
+    // libxslt keeps texts apart whose output would be escaped differently.
+    xmlNode const& addTexts(xmlNode const& first) {
+        xmlNode const* last = &first;
+        while (last->next != nullptr && last->next->type == XML_TEXT_NODE)
+            last = last->next;
+        if (last == &first) {
+            addText(view(first.content));
+            return first;
+        }
+        texts_.clear();
+        for (xmlNode const* text = &first; text != last->next; text = text->next)
+            texts_ += view(text->content);
+        addText(texts_);
+        return *last;
+    }
+
+    void addText(std::string_view text) {
+        if (!text.empty() && acceptsText(text)) append(NodeKind::text, nullptr, text);
+    }
+
+    // White space beside the root only lays the document out.
+    bool acceptsText(std::string_view text) const {
+        if (depth_ != 0) return true;
+        if (!isBlankText(text)) throw TransformError{"the result has text outside of an element"};
+        return false;
+    }
+
+    void append(NodeKind kind, tree::Name* name, std::string_view content) {
+        tree::Node* const node = document_.arena().newNode(kind);
+        node->name = name;
+        tree::setTextOnce(document_, node, content);
+        tree::appendChild(document_, parent_, node);
+    }
+
+    // While a result lives no address stands for two names.
+    tree::Name* nameOf(xmlChar const* local, xmlNs const* ns) {
+        auto const address = reinterpret_cast<std::uintptr_t>(local);
+        CachedName& cached = names_[(address ^ (address >> 8)) % names_.size()];
+        if (cached.local != local || cached.ns != ns) {
+            bool const hasNamespace = ns != nullptr && ns->href != nullptr && *ns->href != 0;
+            cached = {local, ns,
+                      document_.names().intern(hasNamespace ? view(ns->prefix) : "", view(local),
+                                               hasNamespace ? view(ns->href) : "")};
+        }
+        return cached.name;
+    }
+
+    struct CachedName {
+        xmlChar const* local;
+        xmlNs const* ns;
+        tree::Name* name;
+    };
+
+    tree::Document& document_;
+    tree::Node* parent_;
+    int depth_ = 0;
+    std::string texts_; // of a run
+    std::array<CachedName, 256> names_{};
+};
+
+bool keepsLayout(tree::Node const* element) noexcept {
+    for (tree::Node const* a = element->firstAttribute(); a != nullptr; a = a->next) {
+        if (a->name->qualified == "xml:space" && a->text() == "preserve") return true;
+    }
+    for (tree::Node const* child = element->firstChild(); child != nullptr; child = child->next) {
+        if (child->isText()) return true;
+    }
+    return false;
+}
+
+// Line breaks everywhere but in and below elements with text of their own.
+void indent(tree::Node* root) noexcept {
+    for (tree::Node* node = root; node != nullptr;) {
+        if (node->firstChild() == nullptr) {
+            node = tree::nextInSubtree(node, root);
+        } else if (keepsLayout(node)) {
+            node = tree::nextAfterSubtree(node, root);
+        } else {
+            node->flags |= tree::breakInside;
+            for (tree::Node* child = node->firstChild(); child != nullptr; child = child->next)
+                child->flags |= tree::breakAfter;
+            node = node->firstChild();
+        }
+    }
+}
+
+} // namespace
+
+tree::DocumentRef fromLibrary(xmlDoc const& result, ResultForm const& form) {
+    auto document = tree::DocumentRef::adopt(tree::Document::create());
+    ResultBuilder builder{*document};
+    if (form.hasDeclaration) builder.addDeclaration(form);
+    builder.addChildren(result);
+    if (form.isIndented) {
+        if (tree::Node* const root = document->documentElement()) indent(root);
+    }
+    return document;
+}
+
+} // namespace tibxml::transform

@@ -1,0 +1,173 @@
+#include <transform/Stylesheet.h>
+
+#include <string_view>
+#include <utility>
+
+#include <libxml/encoding.h>
+#include <libxslt/imports.h>
+#include <libxslt/security.h>
+#include <libxslt/transform.h>
+#include <libxslt/xsltInternals.h>
+#include <libxslt/xsltutils.h>
+
+#include "LibraryDocument.h"
+#include "LocalFiles.h"
+#include "NodeSetFunction.h"
+#include "ResultTree.h"
+#include "TransformErrors.h"
+
+namespace tibxml::transform {
+
+struct Stylesheet::Compiled {
+    explicit Compiled(xsltStylesheet* sheet) noexcept : style{sheet} {}
+
+    Compiled(Compiled const&) = delete;
+    Compiled& operator=(Compiled const&) = delete;
+
+    ~Compiled() { xsltFreeStylesheet(style); }
+
+    xsltStylesheet* style;
+};
+
+namespace {
+
+struct FreeContext {
+    void operator()(xsltTransformContext* context) const noexcept {
+        xsltFreeTransformContext(context);
+    }
+};
+
+struct FreeSecurity {
+    void operator()(xsltSecurityPrefs* security) const noexcept { xsltFreeSecurityPrefs(security); }
+};
+
+using Context = std::unique_ptr<xsltTransformContext, FreeContext>;
+using Security = std::unique_ptr<xsltSecurityPrefs, FreeSecurity>;
+
+void initializeOnce() {
+    static bool const initialized = (xmlInitParser(), xsltInit(), true);
+    static_cast<void>(initialized);
+}
+
+// A stylesheet without a file has a name all the same, which nothing can be relative to.
+std::string urlOfStylesheet(std::string const& location) {
+    return location.empty() ? "stylesheet" : urlOf(location);
+}
+
+// A relative path has come from a stylesheet without a file.
+int allowAbsolute(xsltSecurityPrefs*, xsltTransformContext*, char const* path) noexcept {
+    return path != nullptr && *path == '/' ? 1 : 0;
+}
+
+Security securityFor(DocumentFunction permission) {
+    Security security{allocated(xsltNewSecurityPrefs())};
+    for (xsltSecurityOption const option : {XSLT_SECPREF_WRITE_FILE, XSLT_SECPREF_CREATE_DIRECTORY,
+                                            XSLT_SECPREF_READ_NETWORK, XSLT_SECPREF_WRITE_NETWORK})
+        xsltSetSecurityPrefs(security.get(), option, xsltSecurityForbid);
+    xsltSetSecurityPrefs(security.get(), XSLT_SECPREF_READ_FILE,
+                         permission == DocumentFunction::localFiles ? allowAbsolute
+                                                                    : xsltSecurityForbid);
+    return security;
+}
+
+Context contextFor(xsltStylesheet* style, xmlDoc* source, xsltSecurityPrefs* security) {
+    Context context{allocated(xsltNewTransformContext(style, source))};
+    TransformErrors::watch(*context);
+    if (xsltSetCtxtSecurityPrefs(security, context.get()) != 0) throw std::bad_alloc{};
+    xsltSetCtxtParseOptions(context.get(), XML_PARSE_NOENT | XML_PARSE_NOCDATA | XML_PARSE_NONET);
+    context->maxTemplateDepth = maximumTemplateDepth;
+    registerNodeSet(*context);
+    return context;
+}
+
+// What the stylesheet says, or else the first of those that it imports.
+template <class Value>
+Value setting(xsltStylesheet* style, Value xsltStylesheet::*field, Value missing) noexcept {
+    for (; style != nullptr; style = xsltNextImport(style)) {
+        if (style->*field != missing) return style->*field;
+    }
+    return missing;
+}
+
+bool isKnownEncoding(char const* name) noexcept {
+    xmlCharEncodingHandler* const handler = xmlFindCharEncodingHandler(name);
+    if (handler == nullptr) return false;
+    xmlCharEncCloseFunc(handler);
+    return true;
+}
+
+ResultForm formOf(xsltStylesheet* style, xmlDoc const& result) noexcept {
+    ResultForm form;
+    std::string_view const method =
+        view(setting<xmlChar*>(style, &xsltStylesheet::method, nullptr));
+    bool const isXml = (method.empty() || method == "xml" || method == "xhtml") &&
+                       result.type != XML_HTML_DOCUMENT_NODE;
+    form.hasDeclaration = isXml && setting(style, &xsltStylesheet::omitXmlDeclaration, -1) != 1;
+    form.standalone = setting(style, &xsltStylesheet::standalone, -1);
+    form.isIndented = isXml && setting(style, &xsltStylesheet::indent, -1) == 1;
+    auto const* const encoding =
+        reinterpret_cast<char const*>(setting<xmlChar*>(style, &xsltStylesheet::encoding, nullptr));
+    if (encoding != nullptr && isKnownEncoding(encoding)) form.encoding = encoding;
+    return form;
+}
+
+bool stripsSpaces(xsltStylesheet* style) noexcept {
+    for (; style != nullptr; style = xsltNextImport(style)) {
+        if (style->stripSpaces != nullptr || style->stripAll != 0) return true;
+    }
+    return false;
+}
+
+// To libxslt unknown instructions and the like are a warning. They are one only to a stylesheet of
+// a later version of the language.
+bool hasErrors(xsltStylesheet const& style) noexcept {
+    if (style.errors != 0) return true;
+    if (style.warnings == 0) return false;
+    xmlNode const* const root = xmlDocGetRootElement(style.doc);
+    for (xmlAttr const* a = root->properties; a != nullptr; a = a->next) {
+        if (view(a->name) == "version" && a->children != nullptr)
+            return view(a->children->content) == "1.0";
+    }
+    return false;
+}
+
+} // namespace
+
+Stylesheet::Stylesheet(tree::Document& document, std::string location)
+    : document_{&document},
+      location_{std::move(location)} {
+    initializeOnce();
+    std::string const url = urlOfStylesheet(location_);
+    LibraryDocument source = toLibrary(document.node(), url);
+    TransformErrors const errors{document, url};
+    LocalFiles const files;
+    xsltStylesheet* const style = xsltParseStylesheetDoc(source.get());
+    if (style != nullptr) {
+        static_cast<void>(source.release()); // it is the stylesheet's now
+        compiled_ = std::make_unique<Compiled>(style);
+    }
+    errors.requireMemory();
+    if (style == nullptr || hasErrors(*style)) throw TransformError{errors.reason()};
+}
+
+Stylesheet::~Stylesheet() = default;
+
+tree::DocumentRef Stylesheet::apply(tree::Node const* source, DocumentFunction permission) const {
+    if (!stripsSpaces(compiled_->style)) return transformed(ReadOnlyCopy{source}.get(), permission);
+    return transformed(toLibrary(source, {}).get(), permission); // of which texts are freed
+}
+
+tree::DocumentRef Stylesheet::transformed(xmlDoc* input, DocumentFunction permission) const {
+    // Each is used by those behind it.
+    TransformErrors const errors{*document_, urlOfStylesheet(location_)};
+    LocalFiles const files;
+    Security const security = securityFor(permission);
+    Context const context = contextFor(compiled_->style, input, security.get());
+    LibraryDocument const result{
+        xsltApplyStylesheetUser(compiled_->style, input, nullptr, nullptr, nullptr, context.get())};
+    errors.requireMemory();
+    if (!result || context->state != XSLT_STATE_OK) throw TransformError{errors.reason()};
+    return fromLibrary(*result, formOf(compiled_->style, *result));
+}
+
+} // namespace tibxml::transform

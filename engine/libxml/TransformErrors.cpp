@@ -1,0 +1,247 @@
+#include "TransformErrors.h"
+
+#include <algorithm>
+#include <atomic>
+#include <charconv>
+#include <cstdarg>
+#include <cstdio>
+#include <mutex>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include <libxml/parser.h>
+#include <libxslt/xsltutils.h>
+
+#include "LibraryDocument.h"
+#include "LocalFiles.h"
+
+namespace tibxml::transform {
+
+namespace {
+
+// What follows the first words of an error tells where it has led to; some of that helps.
+constexpr std::size_t enough = 120;
+
+thread_local TransformErrors* current = nullptr;
+
+// The process's handler: ours while there are any users of it.
+std::mutex handlerMutex;
+int handlerUsers = 0;
+using Handler = void (*)(void* data, char const* format, ...);
+std::atomic<Handler> handlerBefore{nullptr};
+
+std::string inOneLine(std::string_view text) {
+    std::string line{text};
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line;
+}
+
+std::string formatted(char const* format, va_list arguments) {
+    va_list again;
+    va_copy(again, arguments);
+    int const size = std::vsnprintf(nullptr, 0, format, arguments);
+    std::string text(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
+    if (size > 0) std::vsnprintf(text.data(), text.size() + 1, format, again);
+    va_end(again);
+    return text;
+}
+
+// Of the form "runtime error: file a.xsl line 3 element if\n", where the parts may be missing.
+bool announcesError(std::string_view text) noexcept {
+    if (!text.ends_with('\n')) return false;
+    for (std::string_view const kind : {"compilation error", "runtime error", "error"}) {
+        if (!text.starts_with(kind)) continue;
+        std::string_view const rest = text.substr(kind.size());
+        if (rest == "\n" || rest.starts_with(": file ") || rest.starts_with(": element "))
+            return true;
+    }
+    return false;
+}
+
+// The word behind a key of such a line.
+std::string_view wordBehind(std::string_view text, std::string_view key) noexcept {
+    std::size_t const at = text.find(key);
+    if (at == std::string_view::npos) return {};
+    text.remove_prefix(at + key.size());
+    return text.substr(0, text.find_first_of(" \n"));
+}
+
+std::string shownFile(std::string_view url) {
+    return localPath(url).value_or(std::string{url});
+}
+
+} // namespace
+
+// What the libraries call from their C frames, through which no exception may pass.
+struct TransformErrorEvents {
+    template <class Step>
+    static void guarded(TransformErrors& errors, Step step) noexcept {
+        try {
+            step();
+        } catch (...) {
+            errors.isOutOfMemory_ = true;
+        }
+    }
+
+    // NOLINTNEXTLINE(cert-dcl50-cpp): the libraries call it with what printf takes
+    static void piece(void* data, char const* format, ...) noexcept {
+        va_list arguments;
+        va_start(arguments, format);
+        TransformErrors* const errors = current;
+        if (errors != nullptr) {
+            guarded(*errors, [&] { errors->addPiece(formatted(format, arguments)); });
+        } else if (auto const before = handlerBefore.load(); before != nullptr) {
+            handOn(before, data, format, arguments);
+        }
+        va_end(arguments);
+    }
+
+    static void handOn(Handler handler, void* data, char const* format,
+                       va_list arguments) noexcept {
+        try {
+            handler(data, "%s", formatted(format, arguments).c_str());
+        } catch (std::bad_alloc const&) {
+            handler(data, "%s", format);
+        }
+    }
+
+    // For the little that libxml2 says without telling what kind of error it is.
+    // NOLINTNEXTLINE(cert-dcl50-cpp): the libraries call it with what printf takes
+    static void detail(void* data, char const* format, ...) noexcept {
+        auto& errors = *static_cast<TransformErrors*>(data);
+        va_list arguments;
+        va_start(arguments, format);
+        guarded(errors, [&] { errors.addDetail(formatted(format, arguments)); });
+        va_end(arguments);
+    }
+
+    static void parserError(void* data, xmlError* error) noexcept {
+        auto& errors = *static_cast<TransformErrors*>(data);
+        if (error->code == XML_ERR_NO_MEMORY) errors.isOutOfMemory_ = true;
+        guarded(errors, [&] { errors.addParserError(*error); });
+    }
+};
+
+namespace {
+
+// Pointer-sized and written as one, because other threads may read it at any time; its context
+// stays as it is.
+void exchangeHandler(Handler from, Handler to) noexcept {
+    std::atomic_ref<Handler>{xsltGenericError}.compare_exchange_strong(from, to);
+}
+
+void addHandlerUser() {
+    std::lock_guard const lock{handlerMutex};
+    if (handlerUsers++ != 0) return;
+    handlerBefore = xsltGenericError;
+    exchangeHandler(handlerBefore, TransformErrorEvents::piece);
+}
+
+void removeHandlerUser() noexcept {
+    std::lock_guard const lock{handlerMutex};
+    if (--handlerUsers == 0) exchangeHandler(TransformErrorEvents::piece, handlerBefore);
+}
+
+} // namespace
+
+TransformErrors::TransformErrors(tree::Document const& document, std::string_view url)
+    : document_{document},
+      url_{url},
+      outer_{current},
+      oldHandler_{xmlStructuredError},
+      oldData_{xmlStructuredErrorContext},
+      oldGenericHandler_{xmlGenericError},
+      oldGenericData_{xmlGenericErrorContext} {
+    addHandlerUser();
+    current = this;
+    xmlSetStructuredErrorFunc(this, TransformErrorEvents::parserError);
+    xmlSetGenericErrorFunc(this, TransformErrorEvents::detail);
+}
+
+TransformErrors::~TransformErrors() {
+    xmlSetGenericErrorFunc(oldGenericData_, oldGenericHandler_);
+    xmlSetStructuredErrorFunc(oldData_, oldHandler_);
+    current = outer_;
+    removeHandlerUser();
+}
+
+void TransformErrors::watch(_xsltTransformContext& context) noexcept {
+    xsltSetTransformErrorFunc(&context, nullptr, TransformErrorEvents::piece);
+}
+
+void TransformErrors::requireMemory() const {
+    if (isOutOfMemory_) throw std::bad_alloc{};
+}
+
+void TransformErrors::addDetail(std::string_view text) {
+    if (details_.empty()) details_ = inOneLine(text);
+}
+
+void TransformErrors::addPiece(std::string_view text) {
+    if (announcesError(text)) {
+        if (place_.empty()) place_ = placeIn(text);
+        announced_ = true;
+        return;
+    }
+    std::string line = inOneLine(text);
+    if (line.empty()) return;
+    if (!std::exchange(announced_, false)) {
+        message_ = std::move(line);
+    } else if (errors_.size() < enough) {
+        if (!errors_.empty()) errors_ += "; ";
+        errors_ += line;
+    }
+}
+
+void TransformErrors::addParserError(xmlError const& error) {
+    if (error.level < XML_ERR_ERROR || !details_.empty()) return;
+    std::string_view const message{error.message != nullptr ? error.message : ""};
+    details_ = inOneLine(message);
+    if (error.file == nullptr || error.domain == XML_FROM_XPATH) return;
+    details_ = shownFile(error.file) + ":" + std::to_string(error.line) + ": " + details_;
+}
+
+std::string TransformErrors::placeIn(std::string_view announcement) const {
+    std::string_view const file = wordBehind(announcement, ": file ");
+    std::string_view const line = wordBehind(announcement, " line ");
+    std::string_view const element = wordBehind(announcement, "element ");
+    std::size_t number = 0;
+    std::from_chars(line.data(), line.data() + line.size(), number);
+    if (file.empty() || file == url_) {
+        std::string path = pathOfElement(number);
+        return path.empty() ? std::string{element} : path;
+    }
+    std::string place = shownFile(file);
+    if (number != 0) place += ":" + std::to_string(number);
+    if (element.empty()) return place;
+    return place.append(": ").append(element);
+}
+
+// As a path from the root with positions: /xsl:stylesheet[1]/xsl:template[2].
+std::string TransformErrors::pathOfElement(std::size_t number) const {
+    std::string path;
+    tree::Node const* node = number != 0 ? elementNumber(document_, number) : nullptr;
+    for (; node != nullptr && node->is(tree::NodeKind::element); node = node->parent) {
+        std::size_t position = 1;
+        for (tree::Node const* n = node->previousSibling(); n != nullptr; n = n->previousSibling())
+            position += n->name == node->name ? 1 : 0;
+        std::string step = "/";
+        step.append(node->name->qualified);
+        step += "[" + std::to_string(position) + "]";
+        path.insert(0, step);
+    }
+    return path;
+}
+
+std::string TransformErrors::reason() const {
+    std::string const& words = errors_.empty() ? message_ : errors_;
+    std::string reason = words.empty() ? "the transformation failed" : words;
+    if (!place_.empty() && !errors_.empty()) reason = place_ + ": " + reason;
+    if (!details_.empty()) reason += " (" + details_ + ")";
+    return reason;
+}
+
+} // namespace tibxml::transform

@@ -1,0 +1,64 @@
+// What libxslt and libxml2 say while this thread compiles or applies a stylesheet.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <libxml/xmlerror.h>
+
+#include <tree/Document.h>
+
+struct _xsltTransformContext; // NOLINT(bugprone-reserved-identifier): libxslt has named it
+
+namespace tibxml::transform {
+
+// Collects it instead of letting it be printed.
+//
+// libxslt has one handler for the whole process for what it cannot tie to a transformation, such as
+// everything about compiling. While any of these lives that handler is one that hands what other
+// threads' own use of libxslt says on to the handler that was there before; afterwards that is back
+// in its place. libxml2's handler is the thread's own.
+class TransformErrors {
+public:
+    // `document` and `url` are those of the stylesheet, for naming places in it.
+    TransformErrors(tree::Document const& document, std::string_view url);
+    TransformErrors(TransformErrors const&) = delete;
+    TransformErrors& operator=(TransformErrors const&) = delete;
+    ~TransformErrors();
+
+    // Makes a context report here as well, by the same road.
+    static void watch(_xsltTransformContext& context) noexcept;
+
+    // In one line: where (in the stylesheet by a path, in what it imports by file and line), and
+    // what was said first; what the stylesheet itself said last when there
+    // was no error.
+    std::string reason() const;
+
+    // Throws std::bad_alloc when memory was exhausted meanwhile.
+    void requireMemory() const;
+
+private:
+    friend struct TransformErrorEvents; // the functions that the libraries call
+
+    void addPiece(std::string_view text);
+    void addDetail(std::string_view text);
+    void addParserError(xmlError const& error);
+    std::string placeIn(std::string_view announcement) const;
+    std::string pathOfElement(std::size_t number) const;
+
+    tree::Document const& document_;
+    std::string url_;
+    TransformErrors* outer_;
+    xmlStructuredErrorFunc oldHandler_;
+    void* oldData_;
+    xmlGenericErrorFunc oldGenericHandler_;
+    void* oldGenericData_;
+    bool announced_ = false; // the next piece is an error
+    bool isOutOfMemory_ = false;
+    std::string place_;
+    std::string errors_;
+    std::string details_;
+    std::string message_;
+};
+
+} // namespace tibxml::transform
