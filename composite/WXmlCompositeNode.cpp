@@ -36,10 +36,9 @@ WXmlCompositeNode::WXmlCompositeNode(WXmlDoc& readOnly, WXmlDoc& readWrite, WXPa
     : readOnlyDoc{readOnly},
       readWriteDoc{readWrite},
       path{element},
-      readOnlyPath{element},
       alternativePath{std::move(alternative)} {
     path.Normalize();
-    readOnlyPath.Normalize();
+    readOnlyPath = path;
     alternativePath.Normalize();
 }
 
