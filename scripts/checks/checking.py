@@ -17,7 +17,7 @@ CODE_FOLDERS = (
     "platform", "tibutils", "engine", "include", "xpath", "dom", "values", "composite", "services",
     "tools", "tests", "bench", "fuzz", "examples",
 )
-SKIPPED_DIRECTORIES = {".git", ".cache", "build", "__pycache__"}
+SKIPPED = {".git", ".cache", "build", "__pycache__"}  # in a second work tree .git is a file
 
 
 @dataclasses.dataclass(frozen=True)
@@ -33,8 +33,8 @@ def files_under(directory, suffixes=None):
     """All files of a tree in a stable order, as paths."""
     found = []
     for folder, subfolders, names in os.walk(directory):
-        subfolders[:] = sorted(set(subfolders) - SKIPPED_DIRECTORIES)
-        found += [pathlib.Path(folder, name) for name in sorted(names)]
+        subfolders[:] = sorted(set(subfolders) - SKIPPED)
+        found += [pathlib.Path(folder, name) for name in sorted(set(names) - SKIPPED)]
     return [path for path in found if suffixes is None or path.suffix in suffixes]
 
 
