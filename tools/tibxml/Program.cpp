@@ -32,6 +32,7 @@ Examples:
   tibxml events settings.xml
   tibxml stats settings.xml
   tibxml validate settings.xml settings.xsd
+  tibxml transform settings.xml titles.xsl
 
 "tibxml COMMAND --help" tells more about a command.)";
 
