@@ -147,8 +147,11 @@ TEST_F(Exhausted, WhenSettingText) {
     failInTurn([&](IXMLDOMDocument*) { return b->put_text(longText); });
 }
 
-TEST_F(Exhausted, SettingAndMovingAttributesNeedsNone) {
-    succeedWithout([&] { return map->setNamedItem(attribute, nullptr); });
+TEST_F(Exhausted, WhenReplacingAttributes) {
+    failInTurn([&](IXMLDOMDocument*) { return map->setNamedItem(attribute, nullptr); });
+}
+
+TEST_F(Exhausted, RemovingAndMovingAttributesNeedsNoMemory) {
     _bstr_t const name{L"b"};
     succeedWithout([&] { return map->removeNamedItem(name, nullptr); });
     succeedWithout([&] {
