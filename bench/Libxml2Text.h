@@ -2,7 +2,7 @@
 #pragma once
 
 #include <array>
-#include <charconv>
+#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -14,11 +14,11 @@ inline xmlChar const* asXml(char const* text) noexcept {
     return reinterpret_cast<xmlChar const*>(text);
 }
 
-// An integer as text.
+// An integer as text, as callers of a C library write it: libxml2 takes no numbers.
 class Digits {
 public:
     explicit Digits(int number) noexcept {
-        *std::to_chars(text_.data(), text_.data() + text_.size() - 1, number).ptr = '\0';
+        std::snprintf(text_.data(), text_.size(), "%d", number);
     }
 
     xmlChar const* xml() const noexcept { return asXml(text_.data()); }

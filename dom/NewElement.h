@@ -1,9 +1,17 @@
 #pragma once
 
 #include <TibXml/EngineCall.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 namespace tibxml::dom {
+
+/// The type of node that an element is, as an engine takes it.
+inline constexpr VARIANT elementType = [] {
+    VARIANT type{};
+    type.vt = VT_INT;
+    type.intVal = NODE_ELEMENT;
+    return type;
+}();
 
 /// A new element of a document, not in any tree yet; `_com_error` when the name is refused and,
 /// with `E_POINTER`, when there is no document.
@@ -13,8 +21,8 @@ WXmlNodePtr newElement(EnginePtr<Document> const& document, engine::EngineString
     WXmlNodePtr element;
     // Null is no namespace.
     engine::EngineString const space{namespaceURI != nullptr ? namespaceURI : L""};
-    engine::invoke(document, &IXMLDOMDocument::createNode, _variant_t{int{NODE_ELEMENT}, VT_INT},
-                   name.get(), space.get(), element.GetAddress());
+    engine::invoke(document, &IXMLDOMDocument::createNode, elementType, name.get(), space.get(),
+                   element.GetAddress());
     return element;
 }
 

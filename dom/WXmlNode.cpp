@@ -4,8 +4,6 @@
 
 #include <TibXml/EngineCall.h>
 
-#include <new>
-
 namespace {
 
 /// Null for what has no identity: no node, or one that does not tell.
@@ -19,14 +17,11 @@ IUnknown* identityOf(IUnknown* node) noexcept {
 
 } // namespace
 
-WXmlNode::WXmlNode() : slot{std::make_unique<WXmlNodePtr>()} {}
+WXmlNode::WXmlNode() = default;
 
-WXmlNode::WXmlNode(WXmlNodePtr const& node) : slot{std::make_unique<WXmlNodePtr>(node)} {}
+WXmlNode::WXmlNode(WXmlNodePtr const& node) : slot{node} {}
 
-WXmlNode::WXmlNode(WXmlNode const& other)
-    : slot{new (std::nothrow) WXmlNodePtr{other.slot ? *other.slot : WXmlNodePtr{}}} {
-    Validate(true);
-}
+WXmlNode::WXmlNode(WXmlNode const& other) : slot{*other.slot} {}
 
 WXmlNode::WXmlNode(WXmlNode&& other) noexcept = default;
 
@@ -41,11 +36,11 @@ WXmlNode& WXmlNode::operator=(WXmlNode&& other) noexcept = default;
 WXmlNode::~WXmlNode() = default;
 
 void WXmlNode::Swap(WXmlNode& other) noexcept {
-    slot.swap(other.slot);
+    slot.Swap(other.slot);
 }
 
 bool WXmlNode::operator==(WXmlNode const& other) const noexcept {
-    if (!slot || !other.slot) return slot == other.slot;
+    if (!slot || !other.slot) return static_cast<bool>(slot) == static_cast<bool>(other.slot);
     IUnknown* const left = *slot;
     IUnknown* const right = *other.slot;
     return left == right || identityOf(left) == identityOf(right);
@@ -62,7 +57,7 @@ bool WXmlNode::IsValid() const noexcept {
 /// Gives a handle that was moved from a place again; whether it had one already.
 bool WXmlNode::Validate(bool /*flag*/) const {
     if (slot) return true;
-    slot = std::make_unique<WXmlNodePtr>();
+    slot = EngineSlot<WXmlNodePtr>{};
     return false;
 }
 

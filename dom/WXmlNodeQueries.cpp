@@ -60,5 +60,5 @@ WXmlNodeList WXmlNode::GetNodes(WXPath const& path) const {
 }
 
 WXmlNodeList WXmlNode::GetNodes(WXPath const& path, bool /*flag*/) const {
-    return selectNodes(slot ? *slot : WXmlNodePtr{}, path);
+    return selectNodes(*slot, path);
 }

@@ -66,13 +66,27 @@ wchar_t decimalSeparator() noexcept {
     return length > 0 && length <= std::strlen(separator) ? character : L'.';
 }
 
-template <class Integer>
-IntegerText decimal(Integer number) noexcept {
-    std::array<char, 20> digits; // NOLINT(*-member-init): to_chars fills it
-    IntegerText text;
-    text.append(digits.data(),
-                std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr);
-    return text;
+template <class Unsigned>
+std::size_t digitCount(Unsigned value) noexcept {
+    std::size_t count = 1;
+    for (; value >= 10; value /= 10)
+        ++count;
+    return count;
+}
+
+// From the last digit to the first, in the arithmetic of the type: most numbers are short.
+template <class Unsigned>
+void appendDigits(IntegerText& text, Unsigned value) noexcept {
+    std::size_t const count = digitCount(value);
+    wchar_t* const begin = text.extend(count);
+    for (wchar_t* digit = begin + count; digit != begin; value /= 10)
+        *--digit = static_cast<wchar_t>(L'0' + static_cast<wchar_t>(value % 10));
+}
+
+void appendDecimal(IntegerText& text, std::uint64_t value) noexcept {
+    constexpr auto greatest = std::numeric_limits<std::uint32_t>::max();
+    return value <= greatest ? appendDigits(text, static_cast<std::uint32_t>(value))
+                             : appendDigits(text, value);
 }
 
 } // namespace
@@ -86,11 +100,17 @@ std::int64_t parseInt64(wchar_t const* text, wchar_t const** end) noexcept {
 }
 
 IntegerText signedText(std::int64_t number) noexcept {
-    return decimal(number);
+    IntegerText text;
+    auto const value = static_cast<std::uint64_t>(number);
+    if (number < 0) text.append(L'-');
+    appendDecimal(text, number < 0 ? std::uint64_t{0} - value : value);
+    return text;
 }
 
 IntegerText unsignedText(std::uint64_t number) noexcept {
-    return decimal(number);
+    IntegerText text;
+    appendDecimal(text, number);
+    return text;
 }
 
 DoubleText doubleText(double number) noexcept {

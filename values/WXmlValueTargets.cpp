@@ -30,14 +30,19 @@ WXmlNodePtr addAttribute(WXmlNodePtr const& node, EngineString const& name) {
     return attribute;
 }
 
+/// A text in a variant that does not own it.
+VARIANT borrowed(EngineString const& text) noexcept {
+    VARIANT value{};
+    value.vt = VT_BSTR;
+    value.bstrVal = text.get();
+    return value;
+}
+
 /// Gives an element's attribute a text in one call, which most writes are. False when that did not
 /// work out for whatever reason: going step by step tells which.
 bool setAttribute(WXmlNodePtr const& node, EngineString const& name, EngineString const& text) {
     auto const element = interfaceOf<IXMLDOMElement>(node);
-    VARIANT value{};
-    value.vt = VT_BSTR;
-    value.bstrVal = text.get();
-    return element && element->setAttribute(name.get(), value) == S_OK;
+    return element && element->setAttribute(name.get(), borrowed(text)) == S_OK;
 }
 
 } // namespace

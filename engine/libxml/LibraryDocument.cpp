@@ -239,7 +239,7 @@ void NodeBlocks::own(xmlNs* ns) {
 namespace {
 
 LibraryDocument emptyDocument() {
-    LibraryDocument document{allocated(xmlNewDoc(BAD_CAST "1.0"))};
+    LibraryDocument document{allocated(xmlNewDoc(reinterpret_cast<xmlChar const*>("1.0")))};
     document->dict = allocated(xmlDictCreate());
     return document;
 }

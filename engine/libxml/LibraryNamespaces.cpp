@@ -72,7 +72,7 @@ xmlNs* LibraryNamespaces::declareUnused(xmlNode& copy, std::string_view prefix,
 }
 
 xmlNs* LibraryNamespaces::ofXml(xmlNode& copy) {
-    return allocated(xmlSearchNs(&document_, &copy, BAD_CAST "xml"));
+    return allocated(xmlSearchNs(&document_, &copy, reinterpret_cast<xmlChar const*>("xml")));
 }
 
 xmlNs* LibraryNamespaces::ofElement(xmlNode& copy, tree::Name const& name) {

@@ -39,7 +39,8 @@ void nodeSet(xmlXPathParserContext* parser, int count) noexcept {
 
 void registerNodeSet(xsltTransformContext& context) {
     for (char const* const uri : {"http://exslt.org/common", "urn:schemas-microsoft-com:xslt"}) {
-        if (xsltRegisterExtFunction(&context, BAD_CAST "node-set", BAD_CAST uri, nodeSet) != 0)
+        if (xsltRegisterExtFunction(&context, reinterpret_cast<xmlChar const*>("node-set"),
+                                    reinterpret_cast<xmlChar const*>(uri), nodeSet) != 0)
             throw std::bad_alloc{};
     }
 }

@@ -5,7 +5,7 @@
 #include <TibXml/platform/ComError.h>
 
 #include <cstddef>
-#include <cstring>
+#include <cwchar>
 #include <limits>
 #include <new>
 #include <stdexcept>
@@ -98,9 +98,9 @@ private:
     }
 
     void assignShort(std::wstring_view text) noexcept {
-        std::size_t const bytes = text.size() * sizeof(wchar_t);
-        short_.bytes = static_cast<UINT>(bytes);
-        if (bytes != 0) std::memcpy(short_.characters, text.data(), bytes);
+        short_.bytes = static_cast<UINT>(text.size() * sizeof(wchar_t));
+        // Not std::memcpy, which the compiler would spell out for so few characters, and slowly so.
+        if (!text.empty()) std::wmemcpy(short_.characters, text.data(), text.size());
         short_.characters[text.size()] = L'\0';
         text_ = short_.characters;
     }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <TibXml/EnginePtr.h>
+#include <TibXml/EngineSlot.h>
 #include <TibXml/WXPath.h>
 #include <TibXml/platform/CString.h>
 #include <TibXml/platform/Export.h>
 
 #include <cstddef>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -174,7 +174,6 @@ private:
     WXmlNode CreateStep(std::wstring_view step);
     WXmlNode CreateFromPredicates(std::wstring_view step, std::size_t bracket);
 
-    // A place of its own on the heap, so that a handle that was moved from differs from an empty
-    // one: it has none. Const functions put one in its place.
-    mutable std::unique_ptr<WXmlNodePtr> slot;
+    // Const functions give a handle that was moved from a place again.
+    mutable EngineSlot<WXmlNodePtr> slot;
 };

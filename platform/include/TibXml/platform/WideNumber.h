@@ -45,11 +45,12 @@ public:
         text_[length_] = L'\0';
     }
 
-    /// Adds ASCII characters; there has to be room.
-    void append(char const* from, char const* end) noexcept {
-        while (from != end)
-            text_[length_++] = static_cast<wchar_t>(*from++);
+    /// Adds characters that the caller writes, at what it returns; there has to be room.
+    wchar_t* extend(std::size_t count) noexcept {
+        wchar_t* const begin = text_.data() + length_;
+        length_ += count;
         text_[length_] = L'\0';
+        return begin;
     }
 
 private:
