@@ -100,9 +100,10 @@ double secondsOf(Edit edit, Edited& edited) {
 std::array<double, sizes.size()> bestSeconds(Edit edit, std::vector<Edited>& documents) {
     std::array<double, sizes.size()> best{};
     best.fill(1e9);
-    for (int round = 0; round < 30; ++round)
+    for (int round = 0; round < 30; ++round) {
         for (std::size_t i = 0; i < sizes.size(); ++i)
             best[i] = std::min(best[i], secondsOf(edit, documents[i]));
+    }
     return best;
 }
 

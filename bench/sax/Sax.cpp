@@ -50,9 +50,10 @@ void printSax(std::string const& text) {
                                  Entry{"libxml2", libxml2Sax(file.path())},
                                  Entry{"Expat", expatSax(file.path())}};
     requireSameAnswers(entries);
-    for (int round = 0; round != rounds; ++round)
+    for (int round = 0; round != rounds; ++round) {
         for (Entry& entry : entries)
             entry.seconds = std::min(entry.seconds, secondsOfOneRun(*entry.contender));
+    }
     std::printf("\ncounting by events in a file of 5 MB\n");
     for (Entry const& entry : entries) {
         std::printf("%40s %11.2f ms %6.0f MB/s %8.2f of libxml2\n", entry.name, entry.seconds * 1e3,

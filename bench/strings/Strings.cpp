@@ -14,9 +14,10 @@ std::string stringMap(StringSet const& set) {
     std::string text = "<?xml version='1.0'?>\n<stringMap>\n";
     for (std::size_t context = 0; context < set.contexts; ++context) {
         text += "\t<context name=\"" + contextName(context) + "\">\n";
-        for (std::size_t key = 0; key < set.perContext; ++key)
+        for (std::size_t key = 0; key < set.perContext; ++key) {
             text += "\t\t<string nonTranslatableString=\"" + keyName(key) + "\" locString=\"Text " +
                     std::to_string(key) + " of " + std::to_string(context) + "\"/>\n";
+        }
         text += "\t</context>\n";
     }
     return text + "</stringMap>\n";

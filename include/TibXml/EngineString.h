@@ -119,7 +119,11 @@ private:
     }
 
     BSTR text_ = nullptr;
-    ShortText short_; ///< written only when it is used
+
+    /// Written only when it is used; a member of a union need not be before.
+    union {
+        ShortText short_;
+    };
 };
 
 } // namespace tibxml::engine

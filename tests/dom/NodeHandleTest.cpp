@@ -5,7 +5,8 @@
 
 namespace {
 
-static_assert(sizeof(WXmlNode) == sizeof(void*), "handles are cheap to move");
+static_assert(sizeof(WXmlNode) == 2 * sizeof(void*),
+              "a reference and whether there is a place for it");
 static_assert(std::is_nothrow_move_constructible_v<WXmlNode>);
 static_assert(std::is_nothrow_move_assignable_v<WXmlNode>);
 
