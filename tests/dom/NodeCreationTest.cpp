@@ -121,7 +121,7 @@ TEST(NodeCreation, APathOf100000StepsIsRefusedOrAnsweredLikeAShortOne) {
 }
 
 TEST(NodeCreation, APathThatIsDeeperThanTheStackIsMade) {
-    std::wstring const path = steps(5'000);
+    std::wstring const path = steps(100'000);
     WXmlDoc const document = loaded(L"<r/>");
     WXmlNode root = document.GetRootNode();
     WXmlNode const made = root.EnsureDescendantExists(path.c_str());
