@@ -51,6 +51,18 @@ class Layered(program.ProgramTest):
         self.layered("get", MAIN, "width", "--type", "int", value="1024", layer="user")
         self.layered("get", MAIN, "title", value="Draw", layer="defaults")
 
+    def test_prefixes(self):
+        text = '<s xmlns="urn:s"><w id="main" width="8"/></s>'
+        self.write("n.xml", text)
+        self.write("v.xml", '<s xmlns="urn:s"><w id="main" width="9"/></s>')
+        path = ["n.xml", "v.xml", "p:w[@id='main']", "width"]
+        names = ["--ns", "xmlns:p='urn:s'"]
+        self.expect(["layered", "get", *path, *names], 0, parts(value="9", layer="user"))
+        self.expect(["layered", "reset", *path, *names], 0,
+                    parts(before="9", after="8", layer="defaults"))
+        self.expect(["layered", "get", *path], 2, complaint=r"tibxml: bad path .+")
+        self.expect(["layered", "get", *path, "--ns", "p"], 2, complaint=r"tibxml: bad namespaces .+")
+
     def test_set_keeps_what_else_the_user_has(self):
         self.write("u.xml", '<settings>\n\t<!-- mine -->\n\t<window id="main" x="1"/>\n</settings>\n')
         self.layered("set", MAIN, "x", "2", before="1", after="2", layer="user")

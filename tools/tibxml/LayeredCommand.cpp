@@ -1,6 +1,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -38,6 +39,7 @@ struct Layered {
     std::string name;
     std::string value;
     std::string type = valueTypes().front().name;
+    std::vector<std::string> namespaces;
 };
 
 // An attribute of an element in two layers.
@@ -45,7 +47,7 @@ class Attribute {
 public:
     explicit Attribute(Layered const& layered)
         : layered_{layered},
-          layers_{layered.defaults, layered.user},
+          layers_{layered.defaults, layered.user, layered.namespaces},
           name_{toWide(layered.name.starts_with('@') ? layered.name : '@' + layered.name)},
           element_{layers_.defaults(), layers_.user(), WXPath{toWide(layered.path)}} {
         // The element itself takes a bad path for one that selects nothing.
@@ -154,6 +156,7 @@ CLI::App& addAction(CLI::App& layered, char const* name, char const* help, Layer
     addArgument(action, "USER", arguments.user, "The file with what the user changed");
     addArgument(action, "PATH", arguments.path, "The element, an XPath 1.0 location path");
     addArgument(action, "NAME", arguments.name, "The name of the attribute");
+    addNamespaceOption(action, arguments.namespaces);
     addTypeOption(action, arguments.type,
                   "What the value is: string (the default), bool, int, int64,\n"
                   "double, point, size or rect");

@@ -2,13 +2,13 @@
 
 #include <filesystem>
 #include <utility>
-#include <vector>
 
 #include <TibXml/WXmlNode.h>
 #include <TibXml/WXmlValueAccessor.h>
 
 #include "LoadDocument.h"
 #include "SaveDocument.h"
+#include "Select.h"
 #include "Text.h"
 
 namespace tibxml::tool {
@@ -34,11 +34,15 @@ WXmlDocPtr loadUser(std::string const& file, WXmlDoc const& defaults) {
 
 } // namespace
 
-Layers::Layers(std::string const& defaultsFile, std::string userFile)
+Layers::Layers(std::string const& defaultsFile, std::string userFile,
+               std::vector<std::string> const& namespaces)
     : userFile_{std::move(userFile)},
       defaults_{loadDocument(defaultsFile)},
       loadedUser_{loadUser(userFile_, defaults_)},
-      user_{loadedUser_} {}
+      user_{loadedUser_} {
+    useNamespaces(defaults_, namespaces);
+    useNamespaces(user_, namespaces);
+}
 
 void Layers::saveUser() const {
     saveDocument(loadedUser_, userFile_);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <TibXml/EnginePtr.h>
 #include <TibXml/WXmlCompositeNode.h>
@@ -12,8 +13,10 @@ namespace tibxml::tool {
 /// an empty root element then, of the name that the defaults' has.
 class Layers {
 public:
-    /// Throws `Failure` when a file cannot be read or is not well-formed.
-    Layers(std::string const& defaultsFile, std::string userFile);
+    /// Paths in both may use the prefixes that were declared. Throws `Failure` when a file cannot
+    /// be read or is not well-formed, and for a bad declaration.
+    Layers(std::string const& defaultsFile, std::string userFile,
+           std::vector<std::string> const& namespaces);
 
     WXmlDoc& defaults() noexcept { return defaults_; }
 
