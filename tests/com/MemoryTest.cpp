@@ -3,6 +3,7 @@
 #include "Objects.h"
 
 #include <string>
+#include <vector>
 
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/Stream.h>
@@ -232,11 +233,12 @@ TEST(ExhaustedByMany, WhenAnnotating) {
     for (; failed; ++succeeding) {
         Document const document = documentOf(xml.c_str());
         List const nodes = nodesAt(document, L"a/b");
+        std::vector<Node> held(count); // lest the memory of one object serves the next
         HRESULT result = S_OK;
         {
             FailingNew const failing{succeeding};
             for (LONG i = 0; i != count && result == S_OK; ++i) {
-                Node node;
+                Node& node = held[static_cast<std::size_t>(i)];
                 result = nodes->get_item(i, node.out());
                 if (result == S_OK) result = node->put_dataType(name);
             }
