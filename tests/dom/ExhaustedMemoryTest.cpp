@@ -121,4 +121,14 @@ TEST_F(ExhaustedMemory, ACopyOfAListWithoutMemoryIsEmptyOrRaises) {
     });
 }
 
+TEST_F(ExhaustedMemory, ACloneIsWholeOrEmpty) {
+    failEveryAllocation(5, [&](auto const& failing) {
+        return gaveOrRaised(failing, [&] {
+            WXmlDoc const copy = document.Clone();
+            return copy.IsLoaded() ? copy.GetRootNode().GetXML() == root.GetXML()
+                                   : failing.happened();
+        });
+    });
+}
+
 } // namespace
