@@ -7,6 +7,7 @@
 #include "../Documents.h"
 #include "../Fingerprint.h"
 #include "../Settings.h"
+#include "../load/Load.h"
 #include "Transform.h"
 
 namespace bench {
@@ -76,6 +77,14 @@ public:
     explicit Clone(std::string const& text) : document_{tibxmlDocument(text)} {}
 
     void run() override { clone_ = document_.Clone(); }
+
+    bool needsRestoring() const override { return true; }
+
+    // A copy is made in memory that is not used yet, whatever others have left behind.
+    void restore() override {
+        clone_ = WXmlDoc{};
+        returnFreeMemory();
+    }
 
     std::uint64_t answer() override { return contentOf(clone_); }
 
