@@ -32,6 +32,12 @@ bool equalsAscii(std::string_view name, std::wstring_view wide) noexcept {
     });
 }
 
+// The target "xmlns" of a processing instruction is in no namespace, but the attribute of that name
+// is: it declares one.
+bool isPlain(Name const& name) noexcept {
+    return name.uri.empty() && name.prefix.empty() && !name.declaresNamespace;
+}
+
 std::string_view store(Arena& arena, std::string_view text) {
     if (text.empty()) return {};
     auto* copy = static_cast<char*>(arena.newPermanent(text.size(), 1));
@@ -92,8 +98,7 @@ Name* NameTable::findPlain(std::wstring_view name) const noexcept {
     if (bucketCount_ == 0) return nullptr;
     std::uint32_t const hash = hashOf(name, {});
     Name* n = buckets_[hash & (bucketCount_ - 1)];
-    while (n != nullptr &&
-           !(n->hash == hash && n->uri.empty() && n->prefix.empty() && equalsAscii(n->local, name)))
+    while (n != nullptr && !(n->hash == hash && isPlain(*n) && equalsAscii(n->local, name)))
         n = n->nextInBucket;
     return n;
 }

@@ -222,4 +222,20 @@ TEST_F(Attributes, OfOneElementAreOneMap) {
     EXPECT_EQ(lengthOf(map.get()), 4) << "and keeps it alive";
 }
 
+// The target of a processing instruction may look like the name of a declaration.
+TEST_F(SetAttribute, TellsADeclarationFromATargetOfThatName) {
+    Document const other = documentOf(L"<?xmlns x?><r xmlns='urn:r'><e xmlns='urn:e'/></r>");
+    Node const e = nodeAt(other, L"*/*");
+    auto const element = as<IXMLDOMElement>(e.get());
+    Node declaration;
+    EXPECT_EQ(attributesOf(e)->getNamedItem(_bstr_t{L"xmlns"}, declaration.out()), S_OK);
+    EXPECT_EQ(textOf(declaration), "urn:e");
+    EXPECT_EQ(element->setAttribute(_bstr_t{L"xmlns"}, _variant_t{L"urn:other"}), E_FAIL);
+    Ptr<IXMLDOMAttribute> created;
+    EXPECT_EQ(other->createAttribute(_bstr_t{L"xmlns"}, created.out()), S_OK);
+    EXPECT_EQ(setText(created, L"urn:other"), S_OK);
+    EXPECT_EQ(attributesOf(e)->setNamedItem(created, nullptr), E_FAIL);
+    EXPECT_EQ(xmlOf(e), "<e xmlns=\"urn:e\"/>");
+}
+
 } // namespace tibxml::com::test
