@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include <TibXml/tibutils/Stream.h>
 #include <libxml/parser.h>
 
 namespace bench {
@@ -15,12 +16,8 @@ void require(bool loaded) {
 } // namespace
 
 WXmlDoc tibxmlDocument(std::string const& text) {
-    auto const* const bytes = reinterpret_cast<BYTE const*>(text.data());
-    IStream* const stream = SHCreateMemStream(bytes, static_cast<UINT>(text.size()));
     WXmlDoc document;
-    bool const loaded = document.Load(stream);
-    stream->Release();
-    require(loaded);
+    require(document.Load(TibUtils::Stream::OverMemory(text.data(), text.size())));
     return document;
 }
 

@@ -5,7 +5,8 @@ include(CMakePackageConfigHelpers)
 set(TIBXML_PUBLIC_DIRECTORIES platform/include tibutils/include engine/api/include include)
 
 # Headers among them that are offered to our own folders only: what they declare is not exported.
-set(TIBXML_INTERNAL_HEADERS ComObject.h EngineCall.h ErrnoResult.h Utf.h WideNumber.h)
+set(TIBXML_INTERNAL_HEADERS BorrowedStream.h ComObject.h EngineCall.h ErrnoResult.h Utf.h
+                            WideNumber.h)
 foreach(header IN LISTS TIBXML_INTERNAL_HEADERS)
   list(APPEND not_installed PATTERN ${header} EXCLUDE)
 endforeach()

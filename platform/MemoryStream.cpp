@@ -1,74 +1,46 @@
-#include "StreamObject.h"
+#include "MemoryReader.h"
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
 #include <memory>
 #include <new>
+#include <span>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
 namespace {
 
+using tibxml::platform::MemoryReader;
 using tibxml::platform::report;
 using Bytes = std::vector<BYTE>;
 
-/// A position in bytes that clones have in common.
-class MemoryStream final : public tibxml::platform::StreamObject {
+/// Bytes that clones have in common, and that grow with what is written.
+class MemoryStream final : public MemoryReader {
 public:
     MemoryStream(std::shared_ptr<Bytes> bytes, ULONGLONG position) noexcept
-        : bytes_{std::move(bytes)},
-          position_{position} {}
-
-    HRESULT Read(void* buffer, ULONG count, ULONG* done) noexcept override {
-        report(done, 0);
-        if (buffer == nullptr) return STG_E_INVALIDPOINTER;
-        auto const left = bytes_->size() - std::min<ULONGLONG>(position_, bytes_->size());
-        auto const got = std::min<ULONGLONG>(count, left);
-        if (got != 0) std::memcpy(buffer, bytes_->data() + position_, got);
-        position_ += got;
-        report(done, got);
-        return got == count ? S_OK : S_FALSE;
-    }
+        : MemoryReader{position, STGM_READWRITE},
+          bytes_{std::move(bytes)} {}
 
     HRESULT Write(void const* buffer, ULONG count, ULONG* done) noexcept override {
         report(done, 0);
         if (buffer == nullptr) return STG_E_INVALIDPOINTER;
         if (count == 0) return S_OK;
-        if (position_ > longest) return STG_E_MEDIUMFULL;
-        auto const resized = resize(std::max<ULONGLONG>(bytes_->size(), position_ + count));
+        if (position() > longest) return STG_E_MEDIUMFULL;
+        auto const resized = resize(std::max<ULONGLONG>(bytes_->size(), position() + count));
         if (FAILED(resized)) return resized;
-        std::memcpy(bytes_->data() + position_, buffer, count);
-        position_ += count;
+        std::memcpy(bytes_->data() + position(), buffer, count);
+        advance(count);
         report(done, count);
-        return S_OK;
-    }
-
-    HRESULT Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) noexcept override {
-        LONGLONG target = 0;
-        if (origin > STREAM_SEEK_END) return STG_E_INVALIDFUNCTION;
-        if (__builtin_add_overflow(startOf(origin), move.QuadPart, &target) || target < 0)
-            return STG_E_INVALIDFUNCTION;
-        position_ = static_cast<ULONGLONG>(target);
-        report(position, position_);
         return S_OK;
     }
 
     HRESULT SetSize(ULARGE_INTEGER size) noexcept override { return resize(size.QuadPart); }
 
-    HRESULT Stat(STATSTG* status, DWORD /*flags*/) noexcept override {
-        if (status == nullptr) return STG_E_INVALIDPOINTER;
-        *status = {};
-        status->type = STGTY_STREAM;
-        status->cbSize.QuadPart = bytes_->size();
-        status->grfMode = STGM_READWRITE;
-        return S_OK;
-    }
-
     HRESULT Clone(IStream** clone) noexcept override {
         if (clone == nullptr) return STG_E_INVALIDPOINTER;
-        *clone = new (std::nothrow) MemoryStream{bytes_, position_};
+        *clone = new (std::nothrow) MemoryStream{bytes_, position()};
         return *clone == nullptr ? E_OUTOFMEMORY : S_OK;
     }
 
@@ -76,10 +48,7 @@ private:
     static constexpr auto longest = static_cast<ULONGLONG>(std::numeric_limits<LONGLONG>::max()) -
                                     std::numeric_limits<ULONG>::max();
 
-    LONGLONG startOf(DWORD origin) const noexcept {
-        if (origin == STREAM_SEEK_SET) return 0;
-        return static_cast<LONGLONG>(origin == STREAM_SEEK_CUR ? position_ : bytes_->size());
-    }
+    std::span<BYTE const> bytes() const noexcept override { return *bytes_; }
 
     HRESULT resize(ULONGLONG size) noexcept {
         try {
@@ -93,7 +62,6 @@ private:
     }
 
     std::shared_ptr<Bytes> bytes_;
-    ULONGLONG position_;
 };
 
 } // namespace

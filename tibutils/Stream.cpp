@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include <TibXml/platform/BorrowedStream.h>
+
 namespace TibUtils {
 namespace {
 
@@ -15,6 +17,14 @@ Stream adopted(IStream* stream) noexcept {
         stream->Release();
     }
     return holder;
+}
+
+// The same for a stream that is missing only when memory is.
+Stream made(IStream* stream) {
+    if (stream == nullptr) {
+        throw std::bad_alloc();
+    }
+    return adopted(stream);
 }
 
 } // namespace
@@ -29,12 +39,11 @@ Stream Stream::FromMemory(void const* bytes, std::size_t size) {
     if (size > std::numeric_limits<UINT>::max()) {
         throw std::length_error("TibUtils::Stream");
     }
-    IStream* const stream =
-        SHCreateMemStream(static_cast<BYTE const*>(bytes), static_cast<UINT>(size));
-    if (stream == nullptr) {
-        throw std::bad_alloc();
-    }
-    return adopted(stream);
+    return made(SHCreateMemStream(static_cast<BYTE const*>(bytes), static_cast<UINT>(size)));
+}
+
+Stream Stream::OverMemory(void const* bytes, std::size_t size) {
+    return made(tibxml::platform::borrowedStream(bytes, size));
 }
 
 Stream Stream::FromFile(wchar_t const* path) {

@@ -1,6 +1,7 @@
 #include <stdexcept>
 
 #include <TibXml/TibXml.h>
+#include <TibXml/tibutils/Stream.h>
 
 #include "../Fingerprint.h"
 #include "Load.h"
@@ -42,20 +43,13 @@ public:
 private:
     bool load() {
         switch (from_) {
-        case From::memory: return loadStream();
+        case From::memory:
+            return document_.Load(
+                TibUtils::Stream::OverMemory(sources_.text.data(), sources_.text.size()));
         case From::wideText: return document_.LoadFromString(sources_.wide.c_str());
         case From::file: return document_.Load(sources_.widePath.c_str());
         }
         return false;
-    }
-
-    // The stream's own copy of the bytes is part of what a caller pays.
-    bool loadStream() {
-        auto const* const bytes = reinterpret_cast<BYTE const*>(sources_.text.data());
-        IStream* const stream = SHCreateMemStream(bytes, static_cast<UINT>(sources_.text.size()));
-        bool const loaded = document_.Load(stream);
-        stream->Release();
-        return loaded;
     }
 
     Sources const& sources_;

@@ -3,6 +3,7 @@
 
 #include <TibXml/TibXml.h>
 #include <TibXml/platform/Stream.h>
+#include <TibXml/tibutils/Stream.h>
 
 #include "../Documents.h"
 #include "../Fingerprint.h"
@@ -54,12 +55,8 @@ public:
           stylesheet_{tibxmlDocument(stylesheetText)} {}
 
     void run() override {
-        EnginePtr<IStream> const input{
-            SHCreateMemStream(reinterpret_cast<BYTE const*>(text_.data()),
-                              static_cast<UINT>(text_.size())),
-            false};
         EnginePtr<IStream> const output{SHCreateMemStream(nullptr, 0), false};
-        require(document_.Load(input));
+        require(document_.Load(TibUtils::Stream::OverMemory(text_.data(), text_.size())));
         require(document_.ApplyXSLT(stylesheet_));
         require(document_.Save(output));
     }

@@ -4,6 +4,7 @@
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/VariantT.h>
+#include <TibXml/tibutils/Stream.h>
 
 #include "Validate.h"
 
@@ -65,11 +66,9 @@ public:
 
 private:
     static void load(WXmlDocPtr const& document, std::string const& text) {
-        auto const* const bytes = reinterpret_cast<BYTE const*>(text.data());
-        EnginePtr<IStream> const stream{SHCreateMemStream(bytes, static_cast<UINT>(text.size())),
-                                        false};
+        auto const stream = TibUtils::Stream::OverMemory(text.data(), text.size());
         VARIANT_BOOL done = VARIANT_FALSE;
-        document->load(_variant_t{static_cast<IUnknown*>(stream)}, &done);
+        document->load(_variant_t{static_cast<IUnknown*>(static_cast<IStream*>(stream))}, &done);
         if (done != VARIANT_TRUE) throw std::runtime_error{"TibXml does not load the document"};
     }
 

@@ -207,6 +207,16 @@ TEST(DocumentLoading, FromAStreamOfTheUtilityLibrary) {
     under->Release();
 }
 
+TEST(DocumentLoading, FromMemoryWithoutACopyOfIt) {
+    std::string text = "<one>a&amp;b</one>";
+    WXmlDoc document;
+    EXPECT_TRUE(document.Load(TibUtils::Stream::OverMemory(text.data(), text.size())));
+    text.assign(text.size(), '?');
+    EXPECT_EQ(utf8(document.GetRootNode().Value().GetString()), "a&b");
+    EXPECT_FALSE(document.Load(TibUtils::Stream::OverMemory(nullptr, 0)));
+    EXPECT_FALSE(document.IsLoaded());
+}
+
 TEST(DocumentLoading, FromAFile) {
     TemporaryFile const file{"<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE4</a>"};
     WXmlDoc document;

@@ -59,6 +59,20 @@ TEST(Stream, RefusesMoreBytesThanAStreamHolds) {
     EXPECT_THROW(Stream::FromMemory("", tooMany), std::length_error);
 }
 
+TEST(Stream, ReadsTheBytesWhereTheyAre) {
+    std::string text = "<a/>";
+    Stream const stream = Stream::OverMemory(text.data(), text.size());
+    text[1] = 'b';
+    EXPECT_EQ(readAll(stream), "<b/>");
+    EXPECT_EQ(readAll(stream), "");
+    EXPECT_EQ(static_cast<IStream*>(stream)->Write("x", 1, nullptr), STG_E_ACCESSDENIED);
+    EXPECT_EQ(referencesOf(stream), 1U);
+}
+
+TEST(Stream, BytesWhereTheyAreMayBeNone) {
+    EXPECT_EQ(readAll(Stream::OverMemory(nullptr, 0)), "");
+}
+
 TEST(Stream, SharesAStreamWithoutTakingItsReference) {
     IStream* const platform = SHCreateMemStream(nullptr, 0);
     ASSERT_NE(platform, nullptr);

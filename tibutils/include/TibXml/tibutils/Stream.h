@@ -24,6 +24,11 @@ public:
     /// is 0. Throws `std::bad_alloc`, and `std::length_error` for 4 GiB and more.
     static Stream FromMemory(void const* bytes, std::size_t size);
 
+    /// A stream that reads `size` bytes where they are, without copying them: the quick way to load
+    /// what is in memory already. They must stay as they are while anything refers to the stream,
+    /// which cannot be written to. `bytes` may be null when `size` is 0. Throws `std::bad_alloc`.
+    static Stream OverMemory(void const* bytes, std::size_t size);
+
     /// A stream that reads the file at `path` from the start. No stream when the file cannot be
     /// opened or `path` is null. Throws `std::bad_alloc`.
     static Stream FromFile(wchar_t const* path);
