@@ -124,12 +124,6 @@ void Parser::stopForException() noexcept {
     stop();
 }
 
-bool Parser::stopsTooDeep() noexcept {
-    if (context_->nameNr < maximumDepth) return false;
-    stop(errorTooDeep, "elements are nested more than 256 deep");
-    return true;
-}
-
 SourcePosition Parser::position() const noexcept {
     xmlParserInput const& input = *context_->input;
     return positionOf({reinterpret_cast<char const*>(input.base),

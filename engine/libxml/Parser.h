@@ -54,7 +54,11 @@ protected:
     void stop() noexcept;
 
     // To be asked before an element starts: whether that has ended the parse as one too deep.
-    bool stopsTooDeep() noexcept;
+    bool stopsTooDeep() noexcept {
+        if (context_->nameNr < maximumDepth) return false;
+        stop(errorTooDeep, "elements are nested more than 256 deep");
+        return true;
+    }
 
     // To be called when there was an XML declaration.
     void noteForgotten() noexcept;

@@ -6,7 +6,7 @@
 
 #include <reader/Reader.h>
 #include <transform/Stylesheet.h>
-#include <tree/Editing.h>
+#include <tree/DocumentWriter.h>
 #include <tree/NameCharacters.h>
 #include <tree/Navigation.h>
 
@@ -24,9 +24,7 @@ bool isBlankText(std::string_view text) noexcept {
 
 class ResultBuilder {
 public:
-    explicit ResultBuilder(tree::Document& document) noexcept
-        : document_{document},
-          parent_{document.node()} {}
+    explicit ResultBuilder(tree::Document& document) noexcept : writer_{document} {}
 
     void addDeclaration(ResultForm const& form) {
         std::string content = "version=\"1.0\"";
@@ -34,7 +32,7 @@ public:
             content.append(" encoding=\"").append(form.encoding).append("\"");
         if (form.standalone >= 0)
             content += form.standalone == 1 ? " standalone=\"yes\"" : " standalone=\"no\"";
-        append(NodeKind::declaration, document_.names().intern({}, "xml", {}), content);
+        writer_.add(NodeKind::declaration, names().intern({}, "xml", {}), content);
     }
 
     void addChildren(xmlDoc const& result) {
@@ -51,12 +49,14 @@ private:
         case XML_TEXT_NODE: return addTexts(node);
         case XML_CDATA_SECTION_NODE:
             if (acceptsText(view(node.content)))
-                append(NodeKind::cdata, nullptr, view(node.content));
+                writer_.add(NodeKind::cdata, nullptr, view(node.content));
             return node;
-        case XML_COMMENT_NODE: append(NodeKind::comment, nullptr, view(node.content)); return node;
+        case XML_COMMENT_NODE:
+            writer_.add(NodeKind::comment, nullptr, view(node.content));
+            return node;
         case XML_PI_NODE:
-            append(NodeKind::processingInstruction,
-                   document_.names().intern({}, view(node.name), {}), view(node.content));
+            writer_.add(NodeKind::processingInstruction, names().intern({}, view(node.name), {}),
+                        view(node.content));
             return node;
         default: return node; // a document type, which our documents do not have
         }
@@ -66,59 +66,48 @@ private:
         xmlNode const* node = &added;
         if (node->type == XML_ELEMENT_NODE) {
             if (node->children != nullptr) return node->children;
-            closeElement();
+            writer_.closeElement();
         }
         while (node->next == nullptr) {
             node = node->parent;
             if (node->type != XML_ELEMENT_NODE) return nullptr; // the document
-            closeElement();
+            writer_.closeElement();
         }
         return node->next;
     }
 
     void openElement(xmlNode const& source) {
-        if (depth_ == 0 && document_.documentElement() != nullptr)
+        if (writer_.depth() == 0 && writer_.document().documentElement() != nullptr)
             throw TransformError{"the result has more than one element at its top"};
-        if (++depth_ > reader::maximumDepth)
+        if (writer_.depth() == reader::maximumDepth)
             throw TransformError{"the result's elements are nested more than 256 deep"};
-        tree::Node* const element = tree::newElement(document_, nameOf(source.name, source.ns));
-        tree::appendChild(document_, parent_, element);
-        parent_ = element;
+        writer_.openElement(nameOf(source.name, source.ns));
         for (xmlNs const* ns = source.nsDef; ns != nullptr; ns = ns->next)
-            addDeclaration(element, *ns);
+            addDeclaration(*ns);
         for (xmlAttr const* a = source.properties; a != nullptr; a = a->next)
-            addAttribute(element, *a);
+            addAttribute(*a);
     }
 
-    void closeElement() noexcept {
-        --depth_;
-        parent_ = parent_->parent;
-    }
-
-    void addDeclaration(tree::Node* element, xmlNs const& ns) {
+    void addDeclaration(xmlNs const& ns) {
         tree::Name* const name =
-            ns.prefix == nullptr
-                ? document_.names().intern({}, "xmlns", tree::xmlnsNamespace)
-                : document_.names().intern("xmlns", view(ns.prefix), tree::xmlnsNamespace);
-        addAttribute(element, name, view(ns.href));
+            ns.prefix == nullptr ? names().intern({}, "xmlns", tree::xmlnsNamespace)
+                                 : names().intern("xmlns", view(ns.prefix), tree::xmlnsNamespace);
+        writer_.addAttribute(name, view(ns.href));
     }
 
-    void addAttribute(tree::Node* element, xmlAttr const& source) {
-        tree::Name* const name = nameOf(source.name, source.ns);
+    void addAttribute(xmlAttr const& source) {
+        writer_.addAttribute(nameOf(source.name, source.ns), valueOf(source));
+    }
+
+    // Valid until the next call.
+    std::string_view valueOf(xmlAttr const& source) {
         xmlNode const* const text = source.children;
-        if (text == nullptr || text->next == nullptr)
-            return addAttribute(element, name, text != nullptr ? view(text->content) : "");
+        if (text == nullptr) return {};
+        if (text->next == nullptr) return view(text->content);
         texts_.clear();
         for (xmlNode const* piece = text; piece != nullptr; piece = piece->next)
             texts_ += view(piece->content);
-        addAttribute(element, name, texts_);
-    }
-
-    void addAttribute(tree::Node* element, tree::Name* name, std::string_view value) {
-        tree::Node* const attribute = document_.arena().newNode(NodeKind::attribute);
-        attribute->name = name;
-        tree::setTextOnce(document_, attribute, value);
-        tree::appendAttribute(document_, element, attribute);
+        return texts_;
     }
 
     // libxslt keeps texts apart whose output would be escaped differently.
@@ -138,21 +127,14 @@ private:
     }
 
     void addText(std::string_view text) {
-        if (!text.empty() && acceptsText(text)) append(NodeKind::text, nullptr, text);
+        if (!text.empty() && acceptsText(text)) writer_.add(NodeKind::text, nullptr, text);
     }
 
     // White space beside the root only lays the document out.
     bool acceptsText(std::string_view text) const {
-        if (depth_ != 0) return true;
+        if (writer_.depth() != 0) return true;
         if (!isBlankText(text)) throw TransformError{"the result has text outside of an element"};
         return false;
-    }
-
-    void append(NodeKind kind, tree::Name* name, std::string_view content) {
-        tree::Node* const node = document_.arena().newNode(kind);
-        node->name = name;
-        tree::setTextOnce(document_, node, content);
-        tree::appendChild(document_, parent_, node);
     }
 
     // While a result lives no address stands for two names.
@@ -162,11 +144,13 @@ private:
         if (cached.local != local || cached.ns != ns) {
             bool const hasNamespace = ns != nullptr && ns->href != nullptr && *ns->href != 0;
             cached = {local, ns,
-                      document_.names().intern(hasNamespace ? view(ns->prefix) : "", view(local),
-                                               hasNamespace ? view(ns->href) : "")};
+                      names().intern(hasNamespace ? view(ns->prefix) : "", view(local),
+                                     hasNamespace ? view(ns->href) : "")};
         }
         return cached.name;
     }
+
+    tree::NameTable& names() noexcept { return writer_.document().names(); }
 
     struct CachedName {
         xmlChar const* local;
@@ -174,9 +158,7 @@ private:
         tree::Name* name;
     };
 
-    tree::Document& document_;
-    tree::Node* parent_;
-    int depth_ = 0;
+    tree::DocumentWriter writer_;
     std::string texts_; // of a run
     std::array<CachedName, 256> names_{};
 };

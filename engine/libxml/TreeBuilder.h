@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include <tree/Document.h>
+#include <tree/DocumentWriter.h>
 
 #include "ParsedText.h"
 
@@ -30,13 +30,20 @@ struct ParsedStartTag {
 // All functions throw std::bad_alloc; texts above 4 GiB throw std::length_error.
 class TreeBuilder {
 public:
-    explicit TreeBuilder(tree::Document& document);
+    // The document must be empty.
+    explicit TreeBuilder(tree::Document& document) noexcept : writer_{document} {}
 
     void declaration(std::string_view content);
     void startElement(ParsedStartTag const& tag);
     void endElement();
     // One piece of a text. White space from a character reference counts as text.
     void characters(std::string_view piece, bool fromReference);
+    // A text that is complete; no piece of it came before.
+    void text(std::string_view whole);
+
+    // Whether a piece of a text came last.
+    bool isWithinText() const noexcept { return !text_.empty(); }
+
     void cdata(std::string_view content);
     void comment(std::string_view content);
     void processingInstruction(std::string_view target, std::string_view data);
@@ -56,18 +63,18 @@ private:
 
     tree::Name* nameOf(unsigned char const* local, unsigned char const* prefix,
                        unsigned char const* uri);
-    void addAttribute(tree::Node* element, ParsedAttribute const& parsed);
-    void addDeclaration(tree::Node* element, ParsedDeclaration const& declaration);
-    void addInSourceOrder(tree::Node* element, ParsedStartTag const& tag);
+    void addAttribute(ParsedAttribute const& parsed);
+    void addDeclaration(ParsedDeclaration const& declaration);
+    void addInSourceOrder(ParsedStartTag const& tag);
     void noteSpace(std::string_view value);
     bool keepsWhiteSpace() const noexcept;
     void flushText();
+    void addText(std::string_view text, bool hasContent);
     void markBreak() noexcept;
-    void append(tree::NodeKind kind, tree::Name* name, std::string_view content);
 
-    tree::Document& document_;
-    tree::Node* parent_;
-    int depth_ = 0;
+    tree::NameTable& names() noexcept { return writer_.document().names(); }
+
+    tree::DocumentWriter writer_;
     std::string text_;                    // of the run of characters that is being read
     bool textHasContent_ = false;         // more than white space that lays the document out
     std::vector<SpaceScope> spaceScopes_; // of the open elements that carry xml:space

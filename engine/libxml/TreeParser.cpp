@@ -41,7 +41,11 @@ struct TreeEvents {
     static void characters(void* data, xmlChar const* text, int length) {
         guarded(data, [&](TreeParser& parser) {
             std::string_view const piece = view(text, length);
-            parser.builder_.characters(piece, parser.isReference(piece.data()));
+            if (!parser.builder_.isWithinText() && parser.isAllToNextTag(piece)) {
+                parser.builder_.text(piece);
+            } else {
+                parser.builder_.characters(piece, parser.isReference(piece.data()));
+            }
         });
     }
 
@@ -105,6 +109,14 @@ std::string_view TreeParser::startTagSource() const noexcept {
         --begin;
     } while (*begin != '<'); // which no attribute value may contain
     return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+// Such a piece, as most texts are, is still in the parser's input, in front of the '<'.
+bool TreeParser::isAllToNextTag(std::string_view piece) const noexcept {
+    xmlParserInput const& input = *context().input;
+    auto const* const begin = reinterpret_cast<xmlChar const*>(piece.data());
+    auto const* const end = begin + piece.size();
+    return begin >= input.base && end < input.end && *end == '<';
 }
 
 // A character reference arrives as a piece of its own, right after its ';' was read, from outside

@@ -18,6 +18,7 @@ private:
     void readDeclaration();
     std::string_view encodingName() const noexcept;
     std::string_view startTagSource() const noexcept;
+    bool isAllToNextTag(std::string_view piece) const noexcept;
     bool isReference(char const* text) const noexcept;
 
     TreeBuilder builder_;

@@ -6,7 +6,8 @@ namespace tibxml::tree::test {
 
 using Texts = Tree;
 
-std::size_t const borders[] = {0, 1, 15, 16, 17, 23, 24, 25, 64, 1000, 65536, 65537};
+std::size_t const borders[] = {0,  1,  2,  3,  4,  5,  7,  8,    9,     11,
+                               15, 16, 17, 23, 24, 25, 64, 1000, 65536, 65537};
 
 std::string textOf(std::size_t length) {
     std::string text(length, 'x');
