@@ -1,25 +1,36 @@
 #include "Memory.h"
 
-#include <malloc.h>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
 
 #include "../Documents.h"
 #include "../Settings.h"
+#include "../load/Load.h"
 
 namespace bench {
 
 namespace {
 
-double heapInUse() {
-    struct mallinfo2 const info = mallinfo2();
-    return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
+// Bytes of the process that come from no file: from whichever allocator and as far as touched.
+double anonymousMemory() {
+    std::ifstream pages{"/proc/self/smaps_rollup"};
+    for (std::string line; std::getline(pages, line);) {
+        constexpr std::string_view field = "Anonymous:";
+        if (line.starts_with(field)) return std::stod(line.substr(field.size())) * 1024;
+    }
+    throw std::runtime_error{"the system does not tell how much memory is in use"};
 }
 
 // What is taken while the document that `load` returns exists.
 template <class Load>
-double heapOf(Load load) {
-    double const before = heapInUse();
+double memoryOf(Load load) {
+    returnFreeMemory();
+    double const before = anonymousMemory();
     auto const document = load();
-    return heapInUse() - before;
+    returnFreeMemory();
+    return anonymousMemory() - before;
 }
 
 double nodeCount(std::string const& text) {
@@ -36,11 +47,11 @@ double nodeCount(std::string const& text) {
 Row memoryPerNode() {
     std::string const& text = largeSettings();
     double const nodes = nodeCount(text);
-    return {"heap bytes per node, 5 MB loaded",
+    return {std::string{memoryRow},
             Unit::bytes,
-            {heapOf([&] { return tibxmlDocument(text); }) / nodes,
-             heapOf([&] { return pugixmlDocument(text); }) / nodes,
-             heapOf([&] { return libxml2Document(text, libxml2Options()); }) / nodes},
+            {memoryOf([&] { return tibxmlDocument(text); }) / nodes,
+             memoryOf([&] { return pugixmlDocument(text); }) / nodes,
+             memoryOf([&] { return libxml2Document(text, libxml2Options()); }) / nodes},
             {0, 1 / 0.6}};
 }
 

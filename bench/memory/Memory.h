@@ -1,12 +1,16 @@
-// Heap taken by a loaded document.
+// Memory taken by a loaded document.
 #pragma once
+
+#include <string_view>
 
 #include "../Operation.h"
 
 namespace bench {
 
+inline constexpr std::string_view memoryRow = "bytes of memory per node, 5 MB loaded";
+
 // Bytes per node (elements, attributes, texts, comments, processing instructions) of the large
-// document in each library, as the allocator counts them.
+// document in each library, as the system counts them.
 Row memoryPerNode();
 
 } // namespace bench

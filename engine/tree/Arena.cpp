@@ -7,19 +7,15 @@
 #include <new>
 #include <stdexcept>
 
-#include <sys/mman.h>
-
 namespace tibxml::tree {
 
 namespace {
 
-constexpr std::size_t firstNodeBlock = 32;
-constexpr std::size_t largestNodeBlock = 65536; // 4 MiB
+constexpr std::size_t firstNodeBlock = 32 * sizeof(Node);
 constexpr std::size_t firstByteBlock = 1024;
-constexpr std::size_t largestByteBlock = std::size_t{1} << 20;
+constexpr std::size_t largestBlock = 2 * largePage;
 constexpr std::size_t smallestText = 24;
 constexpr std::size_t largestPooledText = std::size_t{1} << 16;
-constexpr std::align_val_t nodeAlignment{sizeof(Node)};
 
 constexpr std::size_t classSize(std::size_t index) noexcept {
     return index % 2 != 0 ? std::size_t{1} << (5 + index / 2) : std::size_t{3} << (3 + index / 2);
@@ -39,16 +35,10 @@ std::size_t classHolding(std::size_t size) noexcept {
     return classSize(within) == size ? within : within + 1;
 }
 
-// Nodes of a large document are written once and at once: without this, a good part of the time of
-// loading is the kernel handing out small pages one by one. Only the part of the block that
-// consists of whole large pages can profit; where the system has none nothing happens.
-void askForLargePages(void* block, std::size_t size) noexcept {
-    constexpr std::uintptr_t largePage = std::uintptr_t{1} << 21;
-    auto const address = reinterpret_cast<std::uintptr_t>(block);
-    std::uintptr_t const begin = (address + largePage - 1) & ~(largePage - 1);
-    std::uintptr_t const end = (address + size) & ~(largePage - 1);
-    if (begin < end)
-        ::madvise(static_cast<char*>(block) + (begin - address), end - begin, MADV_HUGEPAGE);
+// What comes after a block of some size: twice as much, until whole large pages serve better.
+constexpr std::size_t sizeAfter(std::size_t size) noexcept {
+    std::size_t const twice = size * 2;
+    return twice < largePage / 2 ? twice : std::clamp(twice, largePage, largestBlock);
 }
 
 void checkLength(std::size_t length) {
@@ -63,10 +53,6 @@ Arena::TextBlock block(char* data, std::size_t capacity) noexcept {
 } // namespace
 
 Arena::~Arena() {
-    for (Node* nodes : nodeBlocks_)
-        ::operator delete(nodes, nodeAlignment);
-    for (char* bytes : byteBlocks_)
-        ::operator delete(bytes);
     for (HugeText* text = hugeTexts_; text != nullptr;) {
         HugeText* const following = text->next;
         ::operator delete(text);
@@ -74,28 +60,24 @@ Arena::~Arena() {
     }
 }
 
+void* Arena::addBlock(std::size_t size) {
+    void* const memory = blocks_.emplace_back(size).memory();
+    footprint_ += size;
+    return memory;
+}
+
 void Arena::addNodeBlock() {
-    std::size_t const count = std::clamp(nextNodeBlock_, firstNodeBlock, largestNodeBlock);
-    nodeBlocks_.reserve(nodeBlocks_.size() + 1);
-    auto* nodes = static_cast<Node*>(::operator new(count * sizeof(Node), nodeAlignment));
-    askForLargePages(nodes, count * sizeof(Node));
-    nodeBlocks_.push_back(nodes);
-    footprint_ += count * sizeof(Node);
-    nextNode_ = nodes;
-    endNode_ = nodes + count;
-    nextNodeBlock_ = count * 2;
+    std::size_t const size = std::max(nextNodeBlock_, firstNodeBlock);
+    nextNode_ = static_cast<Node*>(addBlock(size));
+    endNode_ = nextNode_ + size / sizeof(Node);
+    nextNodeBlock_ = sizeAfter(size);
 }
 
 void Arena::addByteBlock(std::size_t least) {
-    std::size_t const size =
-        std::max(std::clamp(nextByteBlock_, firstByteBlock, largestByteBlock), least);
-    byteBlocks_.reserve(byteBlocks_.size() + 1);
-    auto* bytes = static_cast<char*>(::operator new(size));
-    byteBlocks_.push_back(bytes);
-    footprint_ += size;
-    nextByte_ = bytes;
-    endByte_ = bytes + size;
-    nextByteBlock_ = std::min(size, largestByteBlock) * 2;
+    std::size_t const size = std::max({nextByteBlock_, firstByteBlock, least});
+    nextByte_ = static_cast<char*>(addBlock(size));
+    endByte_ = nextByte_ + size;
+    nextByteBlock_ = sizeAfter(size);
 }
 
 char* Arena::takeBytes(std::size_t size) {

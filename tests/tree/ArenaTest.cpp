@@ -35,6 +35,26 @@ TEST(Arena, NeedsFewBlocksForManyNodes) {
     EXPECT_LE(arena.footprint(), 150000 * sizeof(Node));
 }
 
+TEST(Arena, PutsTheNodesOfLargeDocumentsIntoWholeLargePages) {
+    Arena arena;
+    std::size_t small = 0; // bytes
+    Node const* node = nullptr;
+    while (arena.footprint() < largePage) {
+        small = arena.footprint();
+        node = arena.newNode(NodeKind::element);
+    }
+    EXPECT_EQ(arena.footprint() - small, largePage);
+    EXPECT_LE(small, largePage / 2) << "small documents need no large pages";
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(node) % largePage, 0U);
+    for (std::size_t i = 1; i != largePage / sizeof(Node); ++i) {
+        Node const* const following = arena.newNode(NodeKind::element);
+        ASSERT_EQ(following, node + 1) << i;
+        node = following;
+    }
+    Node const* const first = arena.newNode(NodeKind::element);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(first) % largePage, 0U);
+}
+
 TEST(Arena, RoundsTextsUpToTheirClass) {
     struct Row {
         std::size_t length;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+#include <tree/MemoryBlock.h>
 #include <tree/Node.h>
 
 namespace tibxml::tree {
@@ -60,7 +61,7 @@ public:
     // Aligned storage that lives as long as the arena.
     void* newPermanent(std::size_t size, std::size_t alignment);
 
-    // Bytes taken from the heap.
+    // Bytes taken from the system.
     std::size_t footprint() const noexcept { return footprint_; }
 
 private:
@@ -76,6 +77,7 @@ private:
         std::size_t capacity;
     };
 
+    void* addBlock(std::size_t size);
     void addNodeBlock();
     char* takeBytes(std::size_t size);
     void addByteBlock(std::size_t least);
@@ -87,12 +89,11 @@ private:
     Node* endNode_ = nullptr;
     char* nextByte_ = nullptr;
     char* endByte_ = nullptr;
-    std::size_t nextNodeBlock_ = 0; // size in nodes
-    std::size_t nextByteBlock_ = 0; // size in bytes
+    std::size_t nextNodeBlock_ = 0; // bytes
+    std::size_t nextByteBlock_ = 0; // bytes
     std::size_t footprint_ = 0;
     HugeText* hugeTexts_ = nullptr;
-    std::vector<Node*> nodeBlocks_;
-    std::vector<char*> byteBlocks_;
+    std::vector<MemoryBlock> blocks_;
     std::array<char*, textClassCount>
         freeTexts_{}; // each free block begins with the next one's address
 };
