@@ -1,49 +1,84 @@
 #include <output/WideXml.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <TibXml/platform/Utf.h>
 #include <output/Serializer.h>
+#include <tree/MemoryBlock.h>
 
 namespace tibxml::output {
 
 namespace {
 
-// Measures, and keeps a text that is small.
-class MeasuringSink final : public Sink {
+// Keeps a text until its length is known.
+class KeepingSink final : public Sink {
 public:
     void write(std::string_view piece) override {
-        length_ += platform::wideLength(piece);
-        complete_ = complete_ && kept_.size() + piece.size() <= limit;
-        if (complete_) kept_ += piece;
+        wideLength_ += platform::wideLength(piece);
+        if (chunks_.empty() && start_.size() + piece.size() <= mostAtStart) {
+            start_ += piece;
+        } else {
+            addToChunks(piece);
+        }
     }
 
-    std::size_t length() const noexcept { return length_; }
+    std::size_t wideLength() const noexcept { return wideLength_; }
 
-    bool hasAll() const noexcept { return complete_; }
-
-    std::string const& kept() const noexcept { return kept_; }
-
-private:
-    static constexpr std::size_t limit = std::size_t{64} * 1024;
-
-    std::size_t length_ = 0;
-    bool complete_ = true;
-    std::string kept_;
-};
-
-class WideningSink final : public Sink {
-public:
-    explicit WideningSink(wchar_t* out) noexcept : out_{out} {}
-
-    void write(std::string_view piece) override { out_ = platform::widenUtf8(piece, out_); }
+    // Writes wideLength() characters.
+    void widen(wchar_t* out) const noexcept {
+        out = platform::widenUtf8(start_, out);
+        for (Chunk const& chunk : chunks_)
+            out = platform::widenUtf8(chunk.text(), out);
+    }
 
 private:
-    wchar_t* out_;
+    // Pieces of whole characters.
+    class Chunk {
+    public:
+        explicit Chunk(std::size_t size) : memory_{size}, size_{size} {}
+
+        std::size_t size() const noexcept { return size_; }
+
+        std::size_t room() const noexcept { return size_ - used_; }
+
+        void append(std::string_view piece) noexcept {
+            std::memcpy(bytes() + used_, piece.data(), piece.size());
+            used_ += piece.size();
+        }
+
+        std::string_view text() const noexcept { return {bytes(), used_}; }
+
+    private:
+        char* bytes() const noexcept { return static_cast<char*>(memory_.memory()); }
+
+        tree::MemoryBlock memory_;
+        std::size_t size_;
+        std::size_t used_ = 0;
+    };
+
+    void addToChunks(std::string_view piece) {
+        if (chunks_.empty() || chunks_.back().room() < piece.size())
+            chunks_.emplace_back(std::max(nextSize(), piece.size()));
+        chunks_.back().append(piece);
+    }
+
+    std::size_t nextSize() const noexcept {
+        std::size_t const twice = 2 * (chunks_.empty() ? mostAtStart : chunks_.back().size());
+        return twice < tree::largePage / 2 ? twice : tree::largePage;
+    }
+
+    static constexpr std::size_t mostAtStart = std::size_t{64} * 1024;
+
+    std::string start_; // of a large text, or all of a small one
+    std::vector<Chunk> chunks_;
+    std::size_t wideLength_ = 0;
 };
 
 struct FreeBstr {
@@ -60,16 +95,11 @@ OwnedBstr newBstr(std::size_t length) noexcept {
 } // namespace
 
 BSTR xmlAsBstr(tree::Document const& document, tree::Node const* node) {
-    MeasuringSink measured;
-    writeXml(document, node, measured);
-    OwnedBstr text = newBstr(measured.length());
+    KeepingSink kept;
+    writeXml(document, node, kept);
+    OwnedBstr text = newBstr(kept.wideLength());
     if (text == nullptr) return nullptr;
-    WideningSink sink{text.get()};
-    if (measured.hasAll()) {
-        sink.write(measured.kept());
-    } else {
-        writeXml(document, node, sink);
-    }
+    kept.widen(text.get());
     return text.release();
 }
 

@@ -44,7 +44,7 @@ TEST(WideXml, IsTheTextInWideCharacters) {
 }
 
 TEST(WideXml, LongTextsToo) {
-    for (std::size_t const length : {16'000U, 65'000U, 65'530U, 65'540U, 200'000U}) {
+    for (std::size_t const length : {16'000U, 65'000U, 200'000U, 5'000'000U}) {
         Builder b;
         Node* const root = b.element(b.top(), "r");
         for (int i = 0; i < 10; ++i) {
