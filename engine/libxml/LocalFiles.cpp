@@ -67,21 +67,15 @@ xmlParserInputBuffer* openPath(std::string const& path, xmlCharEncoding encoding
     return buffer;
 }
 
-xmlParserInputBuffer* openUrl(char const* url, xmlCharEncoding encoding) noexcept {
+} // namespace
+
+xmlParserInputBuffer* openLocalFile(char const* url, xmlCharEncoding encoding) noexcept {
     try {
         std::optional<std::string> const path = localPath(url);
         return path ? openPath(*path, encoding) : nullptr;
     } catch (...) {
         return nullptr; // what cannot be opened is missing
     }
-}
-
-} // namespace
-
-LocalFiles::LocalFiles() noexcept : old_{xmlParserInputBufferCreateFilenameDefault(openUrl)} {}
-
-LocalFiles::~LocalFiles() {
-    xmlParserInputBufferCreateFilenameDefault(old_);
 }
 
 std::string urlOf(std::string_view path) {

@@ -1,4 +1,4 @@
-// What libxml2 may open while this lives: regular files of this machine, by absolute path.
+// What stylesheets may open: regular files of this machine, by absolute path.
 #pragma once
 
 #include <optional>
@@ -9,17 +9,8 @@
 
 namespace tibxml::transform {
 
-// For this thread alone, whatever the process has set up for others.
-class LocalFiles {
-public:
-    LocalFiles() noexcept;
-    LocalFiles(LocalFiles const&) = delete;
-    LocalFiles& operator=(LocalFiles const&) = delete;
-    ~LocalFiles();
-
-private:
-    xmlParserInputBufferCreateFilenameFunc old_;
-};
+// What stands for the file of a URL or path; null when it cannot be opened.
+xmlParserInputBuffer* openLocalFile(char const* url, xmlCharEncoding encoding) noexcept;
 
 // The URL of an absolute path, and the absolute path that a URL or path means; nothing for any
 // other. Throw std::bad_alloc.

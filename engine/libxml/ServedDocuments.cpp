@@ -3,8 +3,6 @@
 #include <limits>
 #include <utility>
 
-#include <libxml/globals.h>
-
 namespace tibxml::validation {
 
 namespace {
@@ -33,10 +31,9 @@ xmlParserInputBuffer* serve(char const* name, xmlCharEncoding encoding) noexcept
 
 ServedDocuments::ServedDocuments(SchemaDocuments const& documents) noexcept
     : before_{std::exchange(served, &documents)},
-      inputBefore_{xmlParserInputBufferCreateFilenameDefault(serve)} {}
+      input_{serve} {}
 
 ServedDocuments::~ServedDocuments() {
-    xmlParserInputBufferCreateFilenameDefault(inputBefore_);
     served = before_;
 }
 

@@ -14,6 +14,7 @@
 #include "LocalFiles.h"
 #include "NodeSetFunction.h"
 #include "ResultTree.h"
+#include "ThreadInput.h"
 #include "TransformErrors.h"
 
 namespace tibxml::transform {
@@ -140,7 +141,7 @@ Stylesheet::Stylesheet(tree::Document& document, std::string location)
     std::string const url = urlOfStylesheet(location_);
     LibraryDocument source = toLibrary(document.node(), url);
     TransformErrors const errors{document, url};
-    LocalFiles const files;
+    reader::ThreadInput const files{openLocalFile};
     xsltStylesheet* const style = xsltParseStylesheetDoc(source.get());
     if (style != nullptr) {
         static_cast<void>(source.release()); // it is the stylesheet's now
@@ -160,7 +161,7 @@ tree::DocumentRef Stylesheet::apply(tree::Node const* source, DocumentFunction p
 tree::DocumentRef Stylesheet::transformed(xmlDoc* input, DocumentFunction permission) const {
     // Each is used by those behind it.
     TransformErrors const errors{*document_, urlOfStylesheet(location_)};
-    LocalFiles const files;
+    reader::ThreadInput const files{openLocalFile};
     Security const security = securityFor(permission);
     Context const context = contextFor(compiled_->style, input, security.get());
     LibraryDocument const result{
