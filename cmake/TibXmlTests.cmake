@@ -14,3 +14,11 @@ function(tibxml_test_program name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support)
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60)
 endfunction()
+
+# A program of its own for tests that make every allocation of the code under test fail in turn; see
+# tests/support/FailingAllocation.h.
+function(tibxml_memory_test_program name)
+  tibxml_test_program(${name} ${ARGN})
+  target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/FailingAllocation.cpp)
+  target_link_options(${name} PRIVATE -Wl,--wrap=malloc -Wl,--wrap=calloc)
+endfunction()

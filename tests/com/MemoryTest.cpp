@@ -8,7 +8,7 @@
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/Stream.h>
 
-#include "FailingNew.h"
+#include "FailingAllocation.h"
 
 namespace tibxml::com::test {
 
@@ -29,7 +29,7 @@ protected:
             HRESULT result = S_OK;
             bool failed = false;
             {
-                FailingNew const failing{succeeding};
+                FailingAllocation const failing{succeeding};
                 result = step(document.get());
                 failed = failing.happened();
             }
@@ -56,7 +56,7 @@ protected:
         HRESULT result = E_FAIL;
         bool failed = false;
         {
-            FailingNew const failing{0};
+            FailingAllocation const failing{0};
             result = step();
             failed = failing.happened();
         }
@@ -236,7 +236,7 @@ TEST(ExhaustedByMany, WhenAnnotating) {
         std::vector<Node> held(count); // lest the memory of one object serves the next
         HRESULT result = S_OK;
         {
-            FailingNew const failing{succeeding};
+            FailingAllocation const failing{succeeding};
             for (LONG i = 0; i != count && result == S_OK; ++i) {
                 Node& node = held[static_cast<std::size_t>(i)];
                 result = nodes->get_item(i, node.out());
@@ -314,7 +314,7 @@ TEST_F(Exhausted, LeavesNoWordsOfAnEarlierFailure) {
     prepare(documentOf(sample));
     EXPECT_EQ(a->selectNodes(_bstr_t{L"a[["}, List{}.out()), E_FAIL);
     {
-        FailingNew const failing{0};
+        FailingAllocation const failing{0};
         EXPECT_EQ(a->put_text(longText), E_OUTOFMEMORY);
     }
     EXPECT_EQ(takeErrorText(), "");

@@ -1,7 +1,7 @@
 // Every allocation on the road from a text to a value and back fails in turn: each call then fails
 // in its own way or gives the whole result, and nothing is left behind.
-#include "../platform/FailingAllocation.h"
 #include "EngineTest.h"
+#include "FailingAllocation.h"
 
 #include <new>
 

@@ -1,7 +1,7 @@
 // Every allocation of a parse fails in turn: the parse then answers false or raises, or tells the
 // whole document, and the object can be used again.
-#include "../platform/FailingAllocation.h"
 #include "EngineTest.h"
+#include "FailingAllocation.h"
 
 #include <new>
 

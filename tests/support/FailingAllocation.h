@@ -4,7 +4,8 @@
 
 #include <cstddef>
 
-/// For as long as one lives, the allocations of its thread fail once a number of them succeeded.
+/// For as long as one lives, the allocations of its thread fail once a number of them succeeded:
+/// those of the program's own code, not what shared libraries take for themselves.
 class FailingAllocation {
 public:
     explicit FailingAllocation(std::size_t succeeding) noexcept;

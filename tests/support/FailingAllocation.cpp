@@ -23,10 +23,20 @@ bool mayAllocate() noexcept {
     return false;
 }
 
-void* allocate(std::size_t size) {
-    auto* const block = std::malloc(size == 0 ? 1 : size);
+void* demanded(void* block) {
     if (block == nullptr) throw std::bad_alloc{};
     return block;
+}
+
+void* allocate(std::size_t size) {
+    return demanded(std::malloc(size == 0 ? 1 : size));
+}
+
+void* allocateAligned(std::size_t size, std::size_t alignment) {
+    void* block = nullptr;
+    bool const done =
+        mayAllocate() && ::posix_memalign(&block, alignment, size == 0 ? 1 : size) == 0;
+    return demanded(done ? block : nullptr);
 }
 
 } // namespace
@@ -69,6 +79,10 @@ void* operator new[](std::size_t size) {
     return allocate(size);
 }
 
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    return allocateAligned(size, static_cast<std::size_t>(alignment));
+}
+
 void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept {
     return std::malloc(size == 0 ? 1 : size);
 }
@@ -86,5 +100,13 @@ void operator delete(void* block, std::size_t /*size*/) noexcept {
 }
 
 void operator delete[](void* block, std::size_t /*size*/) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::align_val_t /*alignment*/) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
     std::free(block);
 }
