@@ -3,12 +3,12 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string_view>
 
 #include <output/Sink.h>
+#include <tree/ShortMove.h>
 
 namespace tibxml::output {
 
@@ -69,28 +69,11 @@ private:
         next_ += text.size();
     }
 
-    template <typename Word>
-    static void copyEnds(char* to, char const* from, std::size_t size) {
-        Word first;
-        Word last;
-        std::memcpy(&first, from, sizeof first);
-        std::memcpy(&last, from + size - sizeof last, sizeof last);
-        std::memcpy(to, &first, sizeof first);
-        std::memcpy(to + size - sizeof last, &last, sizeof last);
-    }
-
-    // Names and values are short, where two moves that overlap beat a call.
     static void copy(char* to, std::string_view text) {
-        std::size_t const size = text.size();
-        if (size > 16) {
-            std::memcpy(to, text.data(), size);
-        } else if (size >= 8) {
-            copyEnds<std::uint64_t>(to, text.data(), size);
-        } else if (size >= 4) {
-            copyEnds<std::uint32_t>(to, text.data(), size);
+        if (text.size() <= 16) {
+            tree::moveShort(to, text.data(), text.size());
         } else {
-            for (std::size_t i = 0; i < size; ++i)
-                to[i] = text[i];
+            std::memcpy(to, text.data(), text.size());
         }
     }
 

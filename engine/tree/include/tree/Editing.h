@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include <tree/Document.h>
+#include <tree/ShortMove.h>
 
 namespace tibxml::tree {
 
@@ -71,35 +72,9 @@ void relink(Document& document, Node* node, Node* parent, Node* before) noexcept
 Node* findAttribute(Node const* element, std::string_view qualifiedName) noexcept;
 Node* findAttribute(Node const* element, Name const* expanded) noexcept;
 
-// Moves the first and the last bytes of a range, as many each as a Word has.
-template <class Word>
-void moveEnds(char* to, char const* from, std::size_t size) noexcept {
-    Word first;
-    Word last;
-    std::memcpy(&first, from, sizeof first);
-    std::memcpy(&last, from + size - sizeof last, sizeof last);
-    std::memcpy(to, &first, sizeof first);
-    std::memcpy(to + size - sizeof last, &last, sizeof last);
-}
-
-// Moves up to 16 bytes, between places that may overlap. They are far fewer instructions than a
-// call for them.
-inline void moveShort(char* to, char const* from, std::size_t size) noexcept {
-    static_assert(Node::inlineCapacity <= 16);
-    if (size >= 8) {
-        moveEnds<std::uint64_t>(to, from, size);
-    } else if (size >= 4) {
-        moveEnds<std::uint32_t>(to, from, size);
-    } else if (size != 0) {
-        char const middle = from[size / 2];
-        moveEnds<char>(to, from, size);
-        to[size / 2] = middle;
-    }
-}
-
 // How a text is stored in a node that has room for it, or in a block.
 inline void setShortText(Node* node, std::string_view text) noexcept {
-    // The text may lie in this very place.
+    static_assert(Node::inlineCapacity <= 16);
     moveShort(node->content.shortText, text.data(), text.size());
     node->inlineLength = static_cast<std::uint8_t>(text.size());
 }
