@@ -175,10 +175,11 @@ void saveToFile(tree::Document const& document, std::string const& path) {
 }
 
 void saveToStream(tree::Document const& document, IUnknown* object) {
-    ComPtr<ISequentialStream> const stream = streamOf(object);
-    if (!stream) throw Failure{E_INVALIDARG, "the object is not a stream"};
+    // All of it before the caller's object, which may change the document, is called at all.
     std::string bytes;
     output::appendFile(document, bytes);
+    ComPtr<ISequentialStream> const stream = streamOf(object);
+    if (!stream) throw Failure{E_INVALIDARG, "the object is not a stream"};
     StreamSink{*stream}.write(bytes);
 }
 

@@ -43,8 +43,7 @@ void DocumentObject::replaceContent(tree::DocumentRef const& fresh) {
     detach();
     attach(*this, *fresh, fresh->node());
     parseError_ = {};
-    loadedPath_.clear();
-    loadedLocation_.clear();
+    origin_ = {};
     stylesheet_.reset();
 }
 
@@ -53,7 +52,7 @@ std::shared_ptr<transform::Stylesheet const> DocumentObject::asStylesheet() {
                              stylesheetVersion_ == storage().version();
     if (isUnchanged) return stylesheet_;
     stylesheet_.reset();
-    stylesheet_ = std::make_shared<transform::Stylesheet const>(storage(), loadedLocation_);
+    stylesheet_ = std::make_shared<transform::Stylesheet const>(storage(), origin_.location);
     stylesheetSerial_ = storage().serial();
     stylesheetVersion_ = storage().version();
     return stylesheet_;
@@ -91,9 +90,22 @@ HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept {
     *isSuccessful = VARIANT_FALSE;
     return guarded(IID_IXMLDOMDocument, [&] {
         startAfresh();
-        if (!read(parseError_)) return S_FALSE;
-        loadedSerial_ = storage().serial();
-        loadedVersion_ = storage().version();
+        // Apart from this object, which a stream of the caller's may use while it is being read.
+        auto const fresh = tree::DocumentRef::adopt(tree::Document::create());
+        fresh->preservesWhiteSpace = storage().preservesWhiteSpace;
+        Origin origin;
+        reader::ReadError error;
+        bool const done = read(*fresh, origin, error);
+        if (done) {
+            replaceContent(fresh);
+        } else {
+            startAfresh();
+        }
+        parseError_ = std::move(error);
+        origin_ = std::move(origin);
+        if (!done) return S_FALSE;
+        loadedSerial_ = fresh->serial();
+        loadedVersion_ = fresh->version();
         *isSuccessful = VARIANT_TRUE;
         return S_OK;
     });
@@ -103,18 +115,17 @@ HRESULT DocumentObject::load(VARIANT source, VARIANT_BOOL* isSuccessful) noexcep
     if (isSuccessful == nullptr) return E_POINTER;
     *isSuccessful = VARIANT_FALSE;
     if (!isSource(source)) return E_INVALIDARG;
-    return loadBy(isSuccessful, [&](reader::ReadError& error) { return loadFrom(source, error); });
-}
-
-bool DocumentObject::loadFrom(VARIANT const& source, reader::ReadError& error) {
-    TreeSource tree{storage()};
-    if (source.vt != VT_BSTR) return readStream(tree, source.punkVal, error);
-    loadedPath_ = pathOf(source.bstrVal);
-    return readFile(tree, loadedPath_, loadedLocation_, error);
+    return loadBy(isSuccessful,
+                  [&](tree::Document& document, Origin& origin, reader::ReadError& error) {
+                      TreeSource tree{document};
+                      if (source.vt != VT_BSTR) return readStream(tree, source.punkVal, error);
+                      origin.path = pathOf(source.bstrVal);
+                      return readFile(tree, origin.path, origin.location, error);
+                  });
 }
 
 bool DocumentObject::isAsLoaded() const noexcept {
-    return !loadedPath_.empty() && storage().serial() == loadedSerial_ &&
+    return !origin_.path.empty() && storage().serial() == loadedSerial_ &&
            storage().version() == loadedVersion_;
 }
 
@@ -125,15 +136,16 @@ void DocumentObject::loadSchema(VARIANT const& path) {
     if (isSuccessful == VARIANT_FALSE) {
         std::string const line =
             parseError_.line > 0 ? ":" + std::to_string(parseError_.line) : std::string{};
-        throw Failure{E_FAIL, loadedPath_ + line + ": " + parseError_.reason};
+        throw Failure{E_FAIL, origin_.path + line + ": " + parseError_.reason};
     }
 }
 
 HRESULT DocumentObject::loadXML(BSTR text, VARIANT_BOOL* isSuccessful) noexcept {
-    return loadBy(isSuccessful, [&](reader::ReadError& error) {
-        TreeSource tree{storage()};
-        return readWide(tree, text, error);
-    });
+    return loadBy(isSuccessful,
+                  [&](tree::Document& document, Origin& /*none*/, reader::ReadError& error) {
+                      TreeSource tree{document};
+                      return readWide(tree, text, error);
+                  });
 }
 
 HRESULT DocumentObject::save(VARIANT destination) noexcept {
@@ -152,7 +164,7 @@ HRESULT DocumentObject::get_parseError(IXMLDOMParseError** error) noexcept {
     return reply(IID_IXMLDOMDocument, error, [&] {
         std::vector<reader::ReadError> errors;
         if (parseError_.code != 0) errors.push_back(parseError_);
-        return newParseError(std::move(errors), loadedPath_);
+        return newParseError(std::move(errors), origin_.path);
     });
 }
 

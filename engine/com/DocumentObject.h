@@ -41,7 +41,7 @@ public:
     query::Namespaces const& selectionNamespaces() const noexcept { return namespaces_; }
 
     // The path that the content was loaded from; empty when it is from no file.
-    std::string const& loadedPath() const noexcept { return loadedPath_; }
+    std::string const& loadedPath() const noexcept { return origin_.path; }
 
     // Whether the content has not changed since it was loaded, with success, from that path.
     bool isAsLoaded() const noexcept;
@@ -90,11 +90,17 @@ private:
     // std::bad_alloc before anything changed.
     void startAfresh();
 
-    // Reads new content by a step that fills a tree and an error; never leaves half of a document.
+    // Where the content is from, if from a file.
+    struct Origin {
+        std::string path;     // as it was given
+        std::string location; // the absolute path of the file; empty when there is none
+    };
+
+    // Reads new content by a step that fills a tree, its origin and an error; never leaves half of
+    // a document.
     template <class Read>
     HRESULT loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept;
 
-    bool loadFrom(VARIANT const& source, reader::ReadError& error);
     void setNamespaces(VARIANT const& value);
     std::vector<reader::ReadError> validationErrors();
     void findLines(std::span<validation::Mismatch> mismatches);
@@ -103,8 +109,7 @@ private:
     NodeObjectPool nodeObjects_;
     query::Namespaces namespaces_;
     reader::ReadError parseError_;
-    std::string loadedPath_;         // as it was given
-    std::string loadedLocation_;     // the absolute path of the file; empty when there is none
+    Origin origin_;
     std::uint64_t loadedSerial_ = 0; // of the content as it was loaded
     std::uint64_t loadedVersion_ = 0;
     ComPtr<SchemaCache> schemas_;

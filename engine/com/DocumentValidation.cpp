@@ -68,7 +68,7 @@ HRESULT DocumentObject::putref_schemas(VARIANT schemas) noexcept {
 
 HRESULT DocumentObject::validate(IXMLDOMParseError** error) noexcept {
     HRESULT const result = reply(IID_IXMLDOMDocument2, error,
-                                 [&] { return newParseError(validationErrors(), loadedPath_); });
+                                 [&] { return newParseError(validationErrors(), origin_.path); });
     if (FAILED(result)) return result;
     LONG code = 0;
     (*error)->get_errorCode(&code);
@@ -92,7 +92,7 @@ std::vector<reader::ReadError> DocumentObject::validationErrors() {
 // In the file as long as it is known to hold this very content, as far as that can be known.
 void DocumentObject::findLines(std::span<validation::Mismatch> mismatches) {
     SchemaFiles files;
-    std::string const path = isAsLoaded() ? files.find(loadedPath_) : std::string{};
+    std::string const path = isAsLoaded() ? files.find(origin_.path) : std::string{};
     auto const read = [&](reader::ByteSource& file) { validation::findLines(mismatches, file); };
     if (path.empty() || !files.open(path, read)) validation::findLines(mismatches, storage());
 }

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
+#include <string>
+#include <utility>
 
 #include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/Stream.h>
@@ -38,6 +41,30 @@ private:
     std::size_t position_ = 0;
 };
 
+// A stream that does something else first whenever it is read.
+class MeddlingStream final : public platform::ComObject<ISequentialStream> {
+public:
+    MeddlingStream(std::string bytes, std::function<void()> meddle)
+        : rest_{std::move(bytes)},
+          meddle_{std::move(meddle)} {}
+
+    HRESULT Read(void* buffer, ULONG count, ULONG* done) noexcept override {
+        meddle_();
+        *done = static_cast<ULONG>(std::min({std::size_t{count}, std::size_t{2000}, rest_.size()}));
+        std::memcpy(buffer, rest_.data(), *done);
+        rest_.erase(0, *done);
+        return S_OK;
+    }
+
+    HRESULT Write(void const*, ULONG, ULONG*) noexcept override { return E_NOTIMPL; }
+
+private:
+    ~MeddlingStream() override = default;
+
+    std::string rest_;
+    std::function<void()> meddle_;
+};
+
 class Loading : public TemporaryFolder {
 protected:
     bool load(VARIANT source) {
@@ -56,6 +83,12 @@ protected:
     bool loadStream(std::string const& bytes, std::size_t step, std::size_t failAfter = 1U << 30) {
         Ptr<IUnknown> stream;
         *stream.out() = new SlowStream{bytes, step, failAfter};
+        return load(variantOf(stream.get()));
+    }
+
+    bool loadMeddling(std::string const& bytes, std::function<void()> meddle) {
+        Ptr<IUnknown> stream;
+        *stream.out() = new MeddlingStream{bytes, std::move(meddle)};
         return load(variantOf(stream.get()));
     }
 
@@ -248,6 +281,38 @@ TEST_F(Loading, ObeysWhiteSpacePreservation) {
     document->put_preserveWhiteSpace(VARIANT_FALSE);
     EXPECT_TRUE(loadText(document, L"<a> </a>"));
     EXPECT_EQ(textOf(document), "");
+}
+
+// What a caller's stream does with the document while it is being read, in so many pieces that the
+// reader has begun before the last one.
+std::string const meddledWith =
+    "<a>" + std::string(20000, ' ') + "<b/>" + std::string(20000, 'x') + "</a>";
+std::string const meddledTree = "<a>\n\t<b/>" + std::string(20000, 'x') + "</a>\n";
+
+TEST_F(Loading, ShowsNothingOfADocumentBeforeItIsRead) {
+    std::string seen;
+    EXPECT_TRUE(loadMeddling(meddledWith, [&] { seen += xmlOf(document); }));
+    EXPECT_EQ(seen, "");
+    EXPECT_EQ(xmlOf(document), meddledTree);
+}
+
+TEST_F(Loading, DropsWhatWasPutIntoTheDocumentMeanwhile) {
+    EXPECT_TRUE(loadMeddling(meddledWith, [&] {
+        document->putref_documentElement(nullptr);
+        Ptr<IXMLDOMNode> node;
+        document->createNode(variantOf(LONG{NODE_ELEMENT}), _bstr_t{L"meanwhile"}, nullptr,
+                             node.out());
+        document->appendChild(node.get(), nullptr);
+    }));
+    EXPECT_EQ(xmlOf(document), meddledTree);
+}
+
+TEST_F(Loading, EndsAsTheOuterOneOfTwoLoads) {
+    EXPECT_TRUE(loadMeddling(meddledWith, [&] { loadText(document, L"<inner/>"); }));
+    EXPECT_EQ(xmlOf(document), meddledTree);
+    EXPECT_EQ(errorCode(), 0);
+    EXPECT_FALSE(loadMeddling("<a><b></a>", [&] { loadText(document, L"<inner/>"); }));
+    expectEmpty("the inner one is gone as well");
 }
 
 } // namespace tibxml::com::test
