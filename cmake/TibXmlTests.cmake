@@ -15,10 +15,8 @@ function(tibxml_test_program name)
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60)
 endfunction()
 
-# A program of its own for tests that make every allocation of the code under test fail in turn; see
-# tests/support/FailingAllocation.h.
+# A program of its own, because it makes every allocation of the code under test fail in turn.
 function(tibxml_memory_test_program name)
   tibxml_test_program(${name} ${ARGN})
-  target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/FailingAllocation.cpp)
-  target_link_options(${name} PRIVATE -Wl,--wrap=malloc -Wl,--wrap=calloc)
+  target_link_libraries(${name} PRIVATE failing_allocation)
 endfunction()

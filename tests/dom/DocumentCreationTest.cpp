@@ -14,6 +14,8 @@ struct Factory {
     HRESULT code = S_OK;
     IID askedFor{};
     int made = 0;
+    WXmlNodePtr imported;
+    fake::Document* last = nullptr;
 };
 
 Factory* factory = nullptr;
@@ -26,6 +28,8 @@ HRESULT create(REFIID iid, void** object) noexcept {
         fake::Document* made = nullptr;
         auto const document =
             fake::make<fake::Document, IXMLDOMDocument3>(factory->behaviour, made);
+        made->imported = factory->imported;
+        factory->last = made;
         return document->QueryInterface(iid, object);
     });
 }
@@ -141,6 +145,51 @@ TEST_F(DocumentCreation, ABackupOfAnEmptyHandleMakesNoDocument) {
     WXmlDoc document;
     delete document.Backup();
     EXPECT_EQ(made.made, 0);
+}
+
+// Copying a whole document: the source and the copy of its root are the test's own as well.
+class CloneCreation : public DocumentCreation {
+protected:
+    CloneCreation() {
+        fake::Document* engine = nullptr;
+        source_ = WXmlDoc{fake::make<fake::Document, IXMLDOMDocument3>(ofSource_, engine)};
+        fake::Element* element = nullptr;
+        engine->root = fake::make<fake::Element, IXMLDOMElement>(ofSource_, element);
+        auto const copy = fake::make<fake::Element, IXMLDOMElement>(ofCopy_, element);
+        copied_ = copy.GetInterfacePtr();
+        made.imported = WXmlNodePtr{copied_};
+    }
+
+    std::shared_ptr<fake::Behaviour> ofSource_ = std::make_shared<fake::Behaviour>();
+    std::shared_ptr<fake::Behaviour> ofCopy_ = std::make_shared<fake::Behaviour>();
+    WXmlDoc source_;
+    IXMLDOMElement* copied_ = nullptr;
+};
+
+TEST_F(CloneCreation, TheCallsInOrder) {
+    WXmlDoc const clone = source_.Clone();
+    EXPECT_EQ(ofSource_->calls, Calls{"documentElement"});
+    EXPECT_EQ(behaviour().calls, (Calls{"setProperty", "importNode", "putref documentElement"}));
+    EXPECT_EQ(made.last->value.vt, VT_BOOL);
+    EXPECT_EQ(made.last->value.boolVal, VARIANT_TRUE) << "with all that is in it";
+    EXPECT_EQ(made.last->root.GetInterfacePtr(), copied_);
+}
+
+TEST_F(CloneCreation, EveryFailingCallGivesAHandleWithoutDocument) {
+    for (char const* const function : {"setProperty", "importNode", "putref documentElement"}) {
+        behaviour().codes = {{function, E_FAIL}};
+        EXPECT_TRUE(source_.Clone() == WXmlDoc{}) << function;
+        EXPECT_TRUE(behaviour().called(function));
+    }
+    behaviour().codes.clear();
+    made.code = E_FAIL;
+    EXPECT_TRUE(source_.Clone() == WXmlDoc{}) << "no document can be made";
+}
+
+TEST_F(CloneCreation, ACopyThatRefusesToBeAnElementGivesAHandleWithoutDocument) {
+    ofCopy_->refused.emplace_back(IID_IXMLDOMElement, E_FAIL);
+    EXPECT_TRUE(source_.Clone() == WXmlDoc{});
+    EXPECT_FALSE(behaviour().called("putref documentElement"));
 }
 
 } // namespace

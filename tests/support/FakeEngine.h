@@ -419,6 +419,7 @@ public:
     EnginePtr<IXMLDOMElement> root;
     WXmlNodePtr created;
     EnginePtr<IXMLDOMAttribute> createdAttribute;
+    WXmlNodePtr imported;
     VARIANT_BOOL loads = VARIANT_TRUE;
 
     /// What was passed in last.
@@ -431,8 +432,10 @@ public:
         return giveObject("documentElement", out, root.GetInterfacePtr());
     }
 
-    HRESULT putref_documentElement(IXMLDOMElement*) override {
-        return answer("putref documentElement");
+    HRESULT putref_documentElement(IXMLDOMElement* element) override {
+        HRESULT const code = answer("putref documentElement");
+        if (SUCCEEDED(code)) root = EnginePtr<IXMLDOMElement>{element};
+        return code;
     }
 
     HRESULT createNode(VARIANT kind, BSTR nodeName, BSTR space, IXMLDOMNode** out) override {
@@ -504,8 +507,9 @@ public:
         return answer("getProperty");
     }
 
-    HRESULT importNode(IXMLDOMNode*, VARIANT_BOOL, IXMLDOMNode**) override {
-        return answer("importNode");
+    HRESULT importNode(IXMLDOMNode*, VARIANT_BOOL deep, IXMLDOMNode** out) override {
+        value = _variant_t{deep == VARIANT_TRUE};
+        return giveObject("importNode", out, imported.GetInterfacePtr());
     }
 };
 
