@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -222,6 +224,24 @@ TEST_F(LargeInput, ATransformationMayGiveATextOf20Megabytes) {
     EXPECT_EQ(text.Right(10), CString{L"0123456789"});
     EXPECT_EQ(document.GetRootNode().Attribute(L"@b").GetString(), CString{L"0123456789"});
     EXPECT_TRUE(document.Save(L"/dev/null"));
+}
+
+// Of which the schema processor remembers something until the element ends.
+TEST_F(LargeInput, AnElementWith4900000ChildrenOfARepeatedChoiceIsValidated) {
+    std::string folder = (std::filesystem::temp_directory_path() / "large-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+    std::filesystem::path const schema = std::filesystem::path{folder} / "a.xsd";
+    std::ofstream{schema} << "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>"
+                             "<xs:element name='r'><xs:complexType><xs:choice "
+                             "maxOccurs='unbounded'><xs:element name='a'/><xs:element name='b'/>"
+                             "</xs:choice></xs:complexType></xs:element></xs:schema>";
+    for (std::string_view const last : {"<b/></r>", "<c/></r>"}) {
+        RepeatingStream stream{"<r>", "<a/>", 4'900'000, last};
+        WXmlDoc document;
+        ASSERT_TRUE(document.Load(&stream));
+        EXPECT_EQ(document.Validate(schema.wstring().c_str()), last == "<b/></r>") << last;
+    }
+    std::filesystem::remove_all(folder);
 }
 
 TEST_F(LargeInput, NestingOf200000LevelsIsRefused) {
