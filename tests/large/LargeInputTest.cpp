@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -165,6 +167,81 @@ TEST_F(LargeInput, AnElementWith100000AttributesAnswersForEachEnd) {
     root.GetAttributes(names);
     ASSERT_EQ(names.size(), 100'000U);
     EXPECT_EQ(names.back(), CString{L"a99999"});
+}
+
+WXmlDoc stylesheetWith(std::wstring const& templates) {
+    WXmlDoc sheet;
+    EXPECT_TRUE(sheet.LoadFromString(
+        (L"<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>" +
+         templates + L"</xsl:stylesheet>")
+            .c_str()));
+    return sheet;
+}
+
+std::wstring const copyEverything =
+    L"<xsl:template match='@*|node()'><xsl:copy><xsl:apply-templates select='@*|node()'/>"
+    L"</xsl:copy></xsl:template>";
+
+TEST_F(LargeInput, ADocumentOf50MegabytesIsTransformed) {
+    constexpr std::string_view item =
+        "\t<item id=\"7\" kind=\"k3\">\n\t\t<name>Name of it</name>\n\t\t<value>49</value>\n"
+        "\t</item>\n";
+    constexpr std::size_t count = 50'000'000 / item.size();
+    RepeatingStream stream{"<settings>\n", item, count, "<last old='1'>before</last></settings>"};
+    WXmlDoc document;
+    ASSERT_TRUE(document.Load(&stream));
+    EXPECT_GT(stream.total(), 49'900'000U);
+    WXmlDoc sheet = stylesheetWith(
+        copyEverything +
+        L"<xsl:template match='last'><new><xsl:value-of select='count(../item)'/></new>"
+        L"</xsl:template><xsl:template match='item/@kind'/><xsl:template match='value'>"
+        L"<value twice='{2 * .}'><xsl:apply-templates/></value></xsl:template>");
+    ASSERT_TRUE(document.ApplyXSLT(sheet));
+    WXmlNode const root = document.GetRootNode();
+    EXPECT_EQ(root.GetNumChildren(), static_cast<int>(count + 1));
+    EXPECT_FALSE(root.DoesNodeExist(L"last"));
+    EXPECT_EQ(root.GetNode(L"new").Value().GetInt(0), static_cast<int>(count));
+    EXPECT_FALSE(root.DoesNodeExist(L"item/@kind"));
+    for (wchar_t const* const place : {L"item[1]", L"item[last()]"}) {
+        WXmlNode const changed = root.GetNode(place);
+        EXPECT_EQ(changed.Attribute(L"@id").GetInt(0), 7);
+        EXPECT_EQ(changed.GetNode(L"name").Value().GetString(), CString{L"Name of it"});
+        EXPECT_EQ(changed.GetNode(L"value").Value().GetInt(0), 49);
+        EXPECT_EQ(changed.GetNode(L"value").Attribute(L"@twice").GetInt(0), 98);
+    }
+}
+
+TEST_F(LargeInput, ATransformationMayGiveATextOf20Megabytes) {
+    RepeatingStream stream{"<a>", "<t>0123456789</t>", 2'000'000, "</a>"};
+    WXmlDoc document;
+    ASSERT_TRUE(document.Load(&stream));
+    WXmlDoc sheet = stylesheetWith(
+        L"<xsl:template match='a'><r b='{t[1]}'><xsl:apply-templates/></r></xsl:template>");
+    ASSERT_TRUE(document.ApplyXSLT(sheet));
+    CString const text = document.GetRootNode().Value().GetString();
+    ASSERT_EQ(text.GetLength(), 20'000'000);
+    EXPECT_EQ(text.Left(12), CString{L"012345678901"});
+    EXPECT_EQ(text.Right(10), CString{L"0123456789"});
+    EXPECT_EQ(document.GetRootNode().Attribute(L"@b").GetString(), CString{L"0123456789"});
+    EXPECT_TRUE(document.Save(L"/dev/null"));
+}
+
+// Of which the schema processor remembers something until the element ends.
+TEST_F(LargeInput, AnElementWith4900000ChildrenOfARepeatedChoiceIsValidated) {
+    std::string folder = (std::filesystem::temp_directory_path() / "large-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+    std::filesystem::path const schema = std::filesystem::path{folder} / "a.xsd";
+    std::ofstream{schema} << "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>"
+                             "<xs:element name='r'><xs:complexType><xs:choice "
+                             "maxOccurs='unbounded'><xs:element name='a'/><xs:element name='b'/>"
+                             "</xs:choice></xs:complexType></xs:element></xs:schema>";
+    for (std::string_view const last : {"<b/></r>", "<c/></r>"}) {
+        RepeatingStream stream{"<r>", "<a/>", 4'900'000, last};
+        WXmlDoc document;
+        ASSERT_TRUE(document.Load(&stream));
+        EXPECT_EQ(document.Validate(schema.wstring().c_str()), last == "<b/></r>") << last;
+    }
+    std::filesystem::remove_all(folder);
 }
 
 TEST_F(LargeInput, NestingOf200000LevelsIsRefused) {
