@@ -1,5 +1,7 @@
 #include <TibXml/platform/WideNumber.h>
 
+#include <array>
+#include <bit>
 #include <charconv>
 #include <clocale>
 #include <cstdlib>
@@ -66,12 +68,19 @@ wchar_t decimalSeparator() noexcept {
     return length > 0 && length <= std::strlen(separator) ? character : L'.';
 }
 
-template <class Unsigned>
-std::size_t digitCount(Unsigned value) noexcept {
-    std::size_t count = 1;
-    for (; value >= 10; value /= 10)
-        ++count;
-    return count;
+// 1, 10, 100 … as far as 64 bits reach.
+constexpr auto powersOfTen = [] {
+    std::array<std::uint64_t, 20> powers{1};
+    for (std::size_t i = 1; i != powers.size(); ++i)
+        powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
+
+// By the number of bits, of which each is worth 1233/4096 digits as closely as 64 bits need.
+std::size_t digitCount(std::uint64_t value) noexcept {
+    std::uint64_t const counted = value | 1; // zero has one digit, too
+    auto const least = static_cast<std::size_t>(std::bit_width(counted)) * 1233 / 4096;
+    return least + (counted >= powersOfTen[least] ? 1 : 0);
 }
 
 // From the last digit to the first, in the arithmetic of the type: most numbers are short.

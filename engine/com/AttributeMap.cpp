@@ -68,9 +68,13 @@ void AttributeMap::attach(NodeHandle& handle) {
 
 void AttributeMap::setValue(BSTR name, std::string_view value) {
     tree::Document& document = element_.storage();
-    if (tree::Node* const attribute = find(name)) return setContent(document, attribute, value);
     std::wstring_view const wide = viewOf(name);
-    if (tree::Name* const plain = document.names().findPlain(wide)) {
+    tree::Name* const plain = document.names().findPlain(wide);
+    tree::Node* const known =
+        plain != nullptr ? tree::findAttribute(element_.node(), plain->expanded) : find(name);
+    if (known != nullptr) {
+        setContent(document, known, value);
+    } else if (plain != nullptr) {
         // Nothing can speak against a name without prefix that the element does not have.
         tree::appendAttribute(document, element_.node(),
                               tree::newAttribute(document, plain, value));

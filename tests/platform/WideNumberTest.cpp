@@ -128,6 +128,23 @@ struct DoubleCase {
     wchar_t const* text;
 };
 
+TEST(WideNumber, WritesIntegersOfEveryLengthAsTheLibraryDoes) {
+    auto const expectText = [](std::uint64_t number) {
+        auto const negative = static_cast<std::int64_t>(~number);
+        EXPECT_EQ(integerText(number).view(), std::to_wstring(number));
+        EXPECT_EQ(integerText(negative).view(), std::to_wstring(negative));
+    };
+    for (std::uint64_t const base : {2U, 10U}) {
+        std::uint64_t power = 1;
+        for (; power <= std::numeric_limits<std::uint64_t>::max() / base; power *= base) {
+            for (std::uint64_t const number : {power - 1, power, power + 1, power * base - 1})
+                expectText(number);
+        }
+        expectText(power);
+    }
+    expectText(std::numeric_limits<std::uint64_t>::max());
+}
+
 TEST(WideNumber, WritesDoublesWithSixDigits) {
     DoubleCase const cases[] = {{0.0, L"0.000000"},
                                 {-0.0, L"-0.000000"},
