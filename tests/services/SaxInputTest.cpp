@@ -1,7 +1,7 @@
 // Files, texts and streams, and what is wrong with them.
 #include "../com/TemporaryFolder.h"
 #include "SaxRecorder.h"
-#include "SlowStream.h"
+#include "TestStreams.h"
 
 #include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/ErrorInfo.h>

@@ -1,7 +1,7 @@
 // The events of a document are those of the tree that is loaded from it: the same elements,
 // attributes and text.
 #include "SaxRecorder.h"
-#include "SlowStream.h"
+#include "TestStreams.h"
 
 #include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/VariantT.h>

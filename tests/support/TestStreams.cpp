@@ -1,10 +1,10 @@
-#include "SlowStream.h"
+#include "TestStreams.h"
 
 #include <TibXml/platform/ComObject.h>
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -66,29 +66,32 @@ private:
 class Repeating final : public ReadOnly {
 public:
     Repeating(std::string head, std::string part, std::size_t count, std::string tail)
-        : part_{std::move(part)},
+        : head_{std::move(head)},
+          part_{std::move(part)},
           tail_{std::move(tail)},
-          rest_{std::move(head)},
           left_{count} {}
 
     HRESULT Read(void* buffer, ULONG count, ULONG* done) noexcept override {
-        if (rest_.empty() && left_ != 0) {
-            --left_;
-            rest_ = part_;
-        } else if (rest_.empty()) {
-            rest_ = std::exchange(tail_, {});
-        }
+        if (rest_.empty()) rest_ = following();
         *done = static_cast<ULONG>(std::min<std::size_t>(count, rest_.size()));
-        std::memcpy(buffer, rest_.data(), *done);
-        rest_.erase(0, *done);
+        std::copy_n(rest_.data(), *done, static_cast<char*>(buffer));
+        rest_.remove_prefix(*done);
         return S_OK;
     }
 
 private:
-    std::string part_;
-    std::string tail_;
-    std::string rest_;
+    std::string_view following() noexcept {
+        if (left_ == 0) return std::exchange(end_, {});
+        --left_;
+        return part_;
+    }
+
+    std::string const head_;
+    std::string const part_;
+    std::string const tail_;
     std::size_t left_;
+    std::string_view rest_{head_}; // of the piece that is being read
+    std::string_view end_{tail_};  // empty once it was read
 };
 
 } // namespace

@@ -12,6 +12,7 @@ constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
 /// A stream that gives at most `step` bytes a read, and fails once `failAfter` bytes are gone.
 EnginePtr<IStream> slowStream(std::string bytes, std::size_t step, std::size_t failAfter = never);
 
-/// A stream that repeats `part`, `count` times, between `head` and `tail`.
+/// A stream that repeats `part`, `count` times, between `head` and `tail`: the bytes are made while
+/// they are read, so that a large document exists only once.
 EnginePtr<IStream> repeatingStream(std::string head, std::string part, std::size_t count,
                                    std::string tail);
