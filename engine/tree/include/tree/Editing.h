@@ -1,5 +1,5 @@
-// The only place that changes a tree's links and texts. Nothing here checks whether a change makes
-// sense (that is the caller's part); everything that can fail does so before it changes anything.
+// The only place that changes links and texts; DocumentWriter.h sets those of new trees. Whether a
+// change makes sense is the caller's part; what can fail does so before it changes anything.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace tibxml::tree {
 
-// What a reader does for every node is inline; the rest is not worth it.
+// What is done for every node of a large tree is inline; the rest is not worth it.
 
 // Sibling lists: `next` of the last is null, `previous` of the first is the last.
 inline void linkLast(Node*& first, Node* parent, Node* node) noexcept {
@@ -30,7 +30,7 @@ inline void linkLast(Node*& first, Node* parent, Node* node) noexcept {
 // The rest of a subtree whose top has just come into the document's tree, or left it.
 void toggleInDocument(Node* top) noexcept;
 
-// A child is in the document's tree when its parent is. What a reader appends has no children yet.
+// A child is in the document's tree when its parent is. What is new has no children yet.
 inline void followParent(Node const* parent, Node* child) noexcept {
     if (((parent->flags ^ child->flags) & inDocument) == 0) return;
     child->flags ^= inDocument;
@@ -89,7 +89,7 @@ inline void setLongText(Node* node, std::string_view text, Arena::TextBlock bloc
 // std::length_error (4 GiB) and then leaves the old text.
 void setText(Document& document, Node* node, std::string_view text);
 
-// For readers, which write every text once: like setText on a node without text, without slack.
+// For texts that are written once: like setText on a node without text, without slack.
 inline void setTextOnce(Document& document, Node* node, std::string_view text) {
     if (text.size() <= Node::inlineCapacity) {
         setShortText(node, text);

@@ -2,7 +2,7 @@
 //
 // Nodes know their names, neighbours and text and nothing else: no engine interfaces, no parser.
 // All links are plain pointers into the arena of the owning Document; Editing.h is the only place
-// that changes them.
+// that changes them, once DocumentWriter.h has set them.
 #pragma once
 
 #include <cstddef>

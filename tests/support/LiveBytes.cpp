@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 
 #include <libxml/xmlmemory.h>
 #include <malloc.h>
@@ -49,6 +48,7 @@ std::int64_t PeakOfBytes::above() const noexcept {
 extern "C" {
 void* __real_malloc(std::size_t size);
 void* __real_calloc(std::size_t count, std::size_t size);
+void* __real_aligned_alloc(std::size_t alignment, std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
 void __real_free(void* block);
 void* __real_mmap(void* address, std::size_t size, int protection, int flags, int file,
@@ -61,6 +61,10 @@ void* __wrap_malloc(std::size_t size) {
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
     return counted(__real_calloc(count, size));
+}
+
+void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
+    return counted(__real_aligned_alloc(alignment, size));
 }
 
 void* __wrap_realloc(void* block, std::size_t size) {
@@ -95,18 +99,6 @@ namespace {
 
 // Calls of the C library from here, which are those that are counted.
 
-void* takeOrThrow(std::size_t size) {
-    if (void* const block = std::malloc(size == 0 ? 1 : size)) return block;
-    throw std::bad_alloc{};
-}
-
-void* takeAligned(std::size_t size, std::align_val_t alignment) {
-    void* block = nullptr;
-    if (::posix_memalign(&block, static_cast<std::size_t>(alignment), size == 0 ? 1 : size) != 0)
-        throw std::bad_alloc{};
-    return counted(block);
-}
-
 void* take(std::size_t size) {
     return std::malloc(size);
 }
@@ -130,43 +122,3 @@ char* copyOf(char const* text) {
 bool const countsLibxml2 = xmlMemSetup(giveBack, take, resize, copyOf) == 0;
 
 } // namespace
-
-void* operator new(std::size_t size) {
-    return takeOrThrow(size);
-}
-
-void* operator new[](std::size_t size) {
-    return takeOrThrow(size);
-}
-
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    return takeAligned(size, alignment);
-}
-
-void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept {
-    return std::malloc(size == 0 ? 1 : size);
-}
-
-void operator delete(void* block) noexcept {
-    std::free(block);
-}
-
-void operator delete[](void* block) noexcept {
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t /*size*/) noexcept {
-    std::free(block);
-}
-
-void operator delete[](void* block, std::size_t /*size*/) noexcept {
-    std::free(block);
-}
-
-void operator delete(void* block, std::align_val_t /*alignment*/) noexcept {
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
-    std::free(block);
-}

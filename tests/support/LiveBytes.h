@@ -1,5 +1,5 @@
 // How many bytes the program holds, whatever road it took them by: new, the C library, pages from
-// the system, libxml2. For programs that the linker gives --wrap for these functions.
+// the system, libxml2.
 #pragma once
 
 #include <cstdint>
