@@ -1,16 +1,88 @@
 #include <TibXml/WXPath.h>
 
-#include <TibXml/tibutils/DataEncoding.h>
-#include <xpath/ParseToXPathElements.h>
-
-#include "StepAssembler.h"
-
 #include <string_view>
 #include <utility>
+#include <vector>
 
-// Most paths are made from a string, handed to a query and dropped, so nothing is taken apart
-// before somebody asks for a step or changes one. All the moves must cope with that without needing
-// memory: a text that is still to be taken apart is shared, not worked on.
+#include <TibXml/tibutils/DataEncoding.h>
+#include <xpath/xpath_stream.h>
+
+namespace {
+
+// Puts the tokens of a path together to its prefix and its steps.
+class StepAssembler {
+public:
+    // Reads `tokens` from the first to the last. Called once.
+    void assemble(TinyXPath::token_list& tokens);
+
+    CString prefix;
+    std::vector<XPathElement> steps;
+
+private:
+    void addOutsideBrackets(TinyXPath::token const& token);
+    void addClause(TinyXPath::token_list& tokens);
+    void addToName(CString const& text);
+
+    CString decoded(TinyXPath::token const& token) { return decoder.Decode(token.text); }
+
+    // One decoder for all tokens: the lexer works on bytes and may cut a letter in two.
+    TibUtils::DataEncoding::Utf8Decoder decoder;
+};
+
+bool closesClause(TinyXPath::token const& token) {
+    return token.text == "]" && token.code != TinyXPath::code_literal;
+}
+
+// The text of a token alone decides what it means for the path's shape, so that a quoted bracket or
+// slash outside brackets counts like a bare one.
+void StepAssembler::assemble(TinyXPath::token_list& tokens) {
+    for (auto const* token = tokens.first(); token != nullptr; token = tokens.next()) {
+        if (token->text == "[") {
+            addClause(tokens);
+        } else {
+            addOutsideBrackets(*token);
+        }
+    }
+}
+
+void StepAssembler::addOutsideBrackets(TinyXPath::token const& token) {
+    bool const slash = token.text == "/";
+    if (steps.empty() && (slash || token.text == ".")) {
+        prefix += decoded(token);
+    } else if (slash) {
+        steps.emplace_back();
+    } else {
+        addToName(decoded(token));
+    }
+}
+
+void StepAssembler::addToName(CString const& text) {
+    if (steps.empty()) {
+        steps.emplace_back();
+    }
+    steps.back().name += text;
+}
+
+void StepAssembler::addClause(TinyXPath::token_list& tokens) {
+    CString clause;
+    for (auto const* token = tokens.next(); token != nullptr; token = tokens.next()) {
+        if (closesClause(*token)) {
+            break;
+        }
+        bool const literal = token->code == TinyXPath::code_literal;
+        clause += literal ? L"'" + decoded(*token) + L"'" : decoded(*token);
+    }
+    if (steps.empty()) {
+        steps.emplace_back();
+    }
+    steps.back().filterClauses.push_back(clause);
+}
+
+} // namespace
+
+// Most paths are made from a string, passed to a query and dropped, so a path is taken apart only
+// when a caller asks for a step or changes one. Moves must not need memory, so they share a text
+// that is not taken apart yet and do not work on it.
 
 WXPath::WXPath() noexcept = default;
 
@@ -99,7 +171,7 @@ void WXPath::RebuildString() const {
         }
         text += L'/';
     }
-    // A path of the prefix alone keeps its slashes.
+    // A path that is only a prefix keeps its slashes.
     if (!Steps().empty()) {
         std::wstring_view const all = text;
         text = CString(all.substr(0, all.find_last_not_of(L'/') + 1));

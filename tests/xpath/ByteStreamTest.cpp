@@ -1,4 +1,4 @@
-#include <xpath/byte_stream.h>
+#include <xpath/xpath_stream.h>
 
 #include <gtest/gtest.h>
 

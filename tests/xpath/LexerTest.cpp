@@ -1,4 +1,4 @@
-#include <xpath/ParseToXPathElements.h>
+#include <xpath/xpath_stream.h>
 
 #include <gtest/gtest.h>
 

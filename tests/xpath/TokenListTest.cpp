@@ -1,4 +1,4 @@
-#include <xpath/token_list.h>
+#include <xpath/xpath_stream.h>
 
 #include <gtest/gtest.h>
 

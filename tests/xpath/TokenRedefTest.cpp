@@ -1,5 +1,3 @@
-#include <xpath/ParseToXPathElements.h>
-#include <xpath/token_redef.h>
 #include <xpath/xpath_stream.h>
 
 #include <gtest/gtest.h>
