@@ -13,6 +13,7 @@
 #include "LibraryDocument.h"
 #include "LocalFiles.h"
 #include "NodeSetFunction.h"
+#include "NumericLocale.h"
 #include "ResultTree.h"
 #include "ThreadInput.h"
 #include "TransformErrors.h"
@@ -142,6 +143,7 @@ Stylesheet::Stylesheet(tree::Document& document, std::string location)
     LibraryDocument source = toLibrary(document.node(), url);
     TransformErrors const errors{document, url};
     reader::ThreadInput const files{openLocalFile};
+    NumericLocale const numbers;
     xsltStylesheet* const style = xsltParseStylesheetDoc(source.get());
     if (style != nullptr) {
         static_cast<void>(source.release()); // it is the stylesheet's now
@@ -162,6 +164,7 @@ tree::DocumentRef Stylesheet::transformed(xmlDoc* input, DocumentFunction permis
     // Each is used by those behind it.
     TransformErrors const errors{*document_, urlOfStylesheet(location_)};
     reader::ThreadInput const files{openLocalFile};
+    NumericLocale const numbers;
     Security const security = securityFor(permission);
     Context const context = contextFor(compiled_->style, input, security.get());
     LibraryDocument const result{
