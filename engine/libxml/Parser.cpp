@@ -124,10 +124,13 @@ void Parser::stopForException() noexcept {
     stop();
 }
 
+// The parser's own pointers are out of date while its buffer grows, which is when bytes that do not
+// convert are reported: only their distance counts then. A parse that was stopped has no buffer.
 SourcePosition Parser::position() const noexcept {
     xmlParserInput const& input = *context_->input;
-    return positionOf({reinterpret_cast<char const*>(input.base),
-                       static_cast<std::size_t>(input.end - input.base)},
+    if (input.buf == nullptr) return positionOf({}, 0);
+    xmlBuf* const buffer = input.buf->buffer;
+    return positionOf({reinterpret_cast<char const*>(xmlBufContent(buffer)), xmlBufUse(buffer)},
                       static_cast<std::size_t>(input.cur - input.base));
 }
 

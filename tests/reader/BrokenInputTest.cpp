@@ -92,6 +92,21 @@ TEST(BrokenInput, IsEveryBeginningOfADocument) {
     }
 }
 
+// Text that does not convert lies ahead of what the parser has come to, and is found while it moves
+// its buffer to make room.
+TEST(BrokenInput, IsTextThatDoesNotConvertFarInto) {
+    for (std::size_t const size : {0U, 100U, 3999U, 5000U, 12000U, 50000U, 300000U}) {
+        for (std::string_view const encoding : {"Shift_JIS", "EUC-JP", "US-ASCII"}) {
+            std::string const xml = "<?xml version='1.0' encoding='" + std::string{encoding} +
+                                    "'?><r>" + std::string(size, 'x') + "\x80\xFF</r>";
+            Reading const reading = readBytes(Bytes{xml});
+            expectFailure(reading, encoding);
+            EXPECT_EQ(reading.error.line, 1) << encoding << size;
+            EXPECT_NE(reading.error.sourceLine, "") << encoding << size;
+        }
+    }
+}
+
 // What was read is written and read again with the same result, or was refused.
 void readAnything(std::string const& bytes) {
     Reading const reading = readBytes(Bytes{bytes});

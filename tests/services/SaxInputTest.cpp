@@ -205,6 +205,18 @@ TEST_F(SaxInput, ThatIsMalformedFails) {
     EXPECT_EQ(recorder.take(), sampleEvents);
 }
 
+TEST_F(SaxInput, ThatDoesNotConvertFarIntoFails) {
+    for (std::size_t const size : {0U, 100U, 3999U, 5000U, 12000U, 50000U, 300000U}) {
+        for (char const* const encoding : {"Shift_JIS", "EUC-JP", "US-ASCII"}) {
+            std::string const bytes = "<?xml version='1.0' encoding='" + std::string{encoding} +
+                                      "'?><r>" + std::string(size, 'x') + "\x80\xFF</r>";
+            EXPECT_FALSE(parseBytes(bytes)) << encoding << size;
+            EXPECT_TRUE(words().starts_with("1:")) << encoding << size;
+            EXPECT_EQ(recorder.take().find("end"), std::string::npos) << encoding << size;
+        }
+    }
+}
+
 TEST_F(SaxInput, MayBeOfAnyEncoding) {
     struct Row {
         char const* what;
