@@ -1,0 +1,69 @@
+// What the parser says about a document that it refuses: one number and one sentence for each
+// thing that can be wrong.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace tibxml::reader {
+
+// The number is added to errorNotWellFormed and never changes its meaning.
+enum class Message : std::uint8_t {
+    emptyDocument = 1,
+    noRoot = 2,
+    textBeforeRoot = 3,
+    textAfterRoot = 4,
+    secondRoot = 5,
+    elementNotClosed = 6,
+    endTagMismatch = 7,
+    endTagWithoutStart = 8,
+    endTagNotClosed = 9,
+    unfinished = 10,
+    tokenTooLong = 11,
+    unknownMarkup = 12,
+    cdataOutsideRoot = 13,
+
+    nameExpected = 20,
+    colonInName = 21,
+    unexpectedInTag = 22,
+    noSpaceBeforeAttribute = 23,
+    attributeWithoutValue = 24,
+    valueWithoutQuotes = 25,
+    lessThanInValue = 26,
+    attributeTwice = 27,
+    attributesOfOneName = 28,
+
+    undeclaredPrefix = 30,
+    emptyPrefixDeclaration = 31,
+    prefixXmlRebound = 32,
+    prefixXmlnsDeclared = 33,
+    namespaceOfXml = 34,
+    namespaceOfXmlns = 35,
+    elementNamedXmlns = 36,
+
+    characterNotAllowed = 40,
+    notUtf8 = 41,
+    cdataEndInText = 42,
+    twoHyphensInComment = 43,
+    ampersandAlone = 44,
+    unknownEntity = 45,
+    badCharacterReference = 46,
+    referenceOutsideRoot = 47,
+
+    declarationNotFirst = 50,
+    declarationWithoutVersion = 51,
+    badVersion = 52,
+    badEncodingName = 53,
+    badStandalone = 54,
+    badDeclaration = 55,
+    instructionWithoutTarget = 56,
+    instructionNamedXml = 57,
+    noSpaceAfterTarget = 58,
+};
+
+// The sentence with %1, %2 and so on replaced by what was found. Throws std::bad_alloc.
+std::string sentence(Message message, std::initializer_list<std::string_view> found);
+
+} // namespace tibxml::reader
