@@ -43,6 +43,9 @@ public:
     // The path that the content was loaded from; empty when it is from no file.
     std::string const& loadedPath() const noexcept { return origin_.path; }
 
+    // The absolute path of that file, which relative references in the content start from.
+    std::string const& location() const noexcept { return origin_.location; }
+
     // Whether the content has not changed since it was loaded, with success, from that path.
     bool isAsLoaded() const noexcept;
 

@@ -18,10 +18,13 @@ ComPtr<NodeHandle> objectIn(VARIANT const& output) {
     return handleOf(isObject ? output.punkVal : nullptr);
 }
 
-tree::Node const* sourceOf(NodeHandle const& handle) {
+// A node that is left from an earlier content has the file no more.
+transform::Source sourceOf(NodeHandle const& handle) {
     if (!handle.node()->hasChildList())
         throw Failure{E_INVALIDARG, "only documents and elements can be transformed"};
-    return handle.node();
+    DocumentObject const& owner = handle.owner();
+    bool const isOfContent = &handle.storage() == &owner.storage();
+    return {handle.node(), isOfContent ? owner.location() : std::string{}};
 }
 
 transform::DocumentFunction permissionOf(DocumentObject const& stylesheet) noexcept {

@@ -238,22 +238,23 @@ void NodeBlocks::own(xmlNs* ns) {
 
 namespace {
 
-LibraryDocument emptyDocument() {
+LibraryDocument emptyDocument(std::string const& url) {
     LibraryDocument document{allocated(xmlNewDoc(reinterpret_cast<xmlChar const*>("1.0")))};
     document->dict = allocated(xmlDictCreate());
+    if (!url.empty()) document->URL = allocated(xmlStrdup(bytes(url)));
     return document;
 }
 
 } // namespace
 
 LibraryDocument toLibrary(Node const* source, std::string const& url) {
-    LibraryDocument document = emptyDocument();
-    if (!url.empty()) document->URL = allocated(xmlStrdup(bytes(url)));
+    LibraryDocument document = emptyDocument(url);
     Copier{*document, source, nullptr}.run();
     return document;
 }
 
-ReadOnlyCopy::ReadOnlyCopy(Node const* source) : document_{emptyDocument()} {
+ReadOnlyCopy::ReadOnlyCopy(Node const* source, std::string const& url)
+    : document_{emptyDocument(url)} {
     try {
         Copier{*document_, source, &blocks_}.run();
     } catch (...) {

@@ -55,14 +55,15 @@ private:
 
 // A copy of a document, or of an element with its subtree, as XPath sees it: adjacent texts and
 // CDATA sections are one text, and every name's namespace is declared. An element's line is its
-// number in document order, from 1, because the tree remembers no lines. Throws std::bad_alloc.
+// number in document order, from 1, because the tree remembers no lines. `url` is what relative
+// references in it start from; it may be empty. Throws std::bad_alloc.
 LibraryDocument toLibrary(tree::Node const* source, std::string const& url);
 
 // The same for one reader that neither keeps nor frees any of its nodes: they come from a few
 // blocks and go with them, which spares an allocation and a release for each.
 class ReadOnlyCopy {
 public:
-    explicit ReadOnlyCopy(tree::Node const* source);
+    ReadOnlyCopy(tree::Node const* source, std::string const& url);
     ReadOnlyCopy(ReadOnlyCopy const&) = delete;
     ReadOnlyCopy& operator=(ReadOnlyCopy const&) = delete;
     ~ReadOnlyCopy();

@@ -15,6 +15,7 @@
 #include "NodeSetFunction.h"
 #include "NumericLocale.h"
 #include "ResultTree.h"
+#include "StylesheetRules.h"
 #include "ThreadInput.h"
 #include "TransformErrors.h"
 
@@ -56,7 +57,14 @@ std::string urlOfStylesheet(std::string const& location) {
     return location.empty() ? "stylesheet" : urlOf(location);
 }
 
-// A relative path has come from a stylesheet without a file.
+// An element is not the whole of its file, so it does not have the file's own name.
+std::string urlOfSource(Source const& source) {
+    if (source.location.empty()) return {};
+    std::string url = urlOf(source.location);
+    return source.node->is(tree::NodeKind::document) ? url : url + "#";
+}
+
+// A relative path has come from a stylesheet or a source without a file.
 int allowAbsolute(xsltSecurityPrefs*, xsltTransformContext*, char const* path) noexcept {
     return path != nullptr && *path == '/' ? 1 : 0;
 }
@@ -120,19 +128,6 @@ bool stripsSpaces(xsltStylesheet* style) noexcept {
     return false;
 }
 
-// To libxslt unknown instructions and the like are a warning. They are one only to a stylesheet of
-// a later version of the language.
-bool hasErrors(xsltStylesheet const& style) noexcept {
-    if (style.errors != 0) return true;
-    if (style.warnings == 0) return false;
-    xmlNode const* const root = xmlDocGetRootElement(style.doc);
-    for (xmlAttr const* a = root->properties; a != nullptr; a = a->next) {
-        if (view(a->name) == "version" && a->children != nullptr)
-            return view(a->children->content) == "1.0";
-    }
-    return false;
-}
-
 } // namespace
 
 Stylesheet::Stylesheet(tree::Document& document, std::string location)
@@ -150,14 +145,17 @@ Stylesheet::Stylesheet(tree::Document& document, std::string location)
         compiled_ = std::make_unique<Compiled>(style);
     }
     errors.requireMemory();
-    if (style == nullptr || hasErrors(*style)) throw TransformError{errors.reason()};
+    if (style == nullptr || style->errors != 0) throw TransformError{errors.reason()};
+    requireRules(style, errors);
 }
 
 Stylesheet::~Stylesheet() = default;
 
-tree::DocumentRef Stylesheet::apply(tree::Node const* source, DocumentFunction permission) const {
-    if (!stripsSpaces(compiled_->style)) return transformed(ReadOnlyCopy{source}.get(), permission);
-    return transformed(toLibrary(source, {}).get(), permission); // of which texts are freed
+tree::DocumentRef Stylesheet::apply(Source const& source, DocumentFunction permission) const {
+    std::string const url = urlOfSource(source);
+    if (!stripsSpaces(compiled_->style))
+        return transformed(ReadOnlyCopy{source.node, url}.get(), permission);
+    return transformed(toLibrary(source.node, url).get(), permission); // of which texts are freed
 }
 
 tree::DocumentRef Stylesheet::transformed(xmlDoc* input, DocumentFunction permission) const {
@@ -170,7 +168,8 @@ tree::DocumentRef Stylesheet::transformed(xmlDoc* input, DocumentFunction permis
     LibraryDocument const result{
         xsltApplyStylesheetUser(compiled_->style, input, nullptr, nullptr, nullptr, context.get())};
     errors.requireMemory();
-    if (!result || context->state != XSLT_STATE_OK) throw TransformError{errors.reason()};
+    if (!result || context->state != XSLT_STATE_OK || errors.missesInstruction())
+        throw TransformError{errors.reason()};
     return fromLibrary(*result, formOf(compiled_->style, *result));
 }
 

@@ -69,6 +69,17 @@ std::string_view wordBehind(std::string_view text, std::string_view key) noexcep
     return text.substr(0, text.find_first_of(" \n"));
 }
 
+// The name in what libxslt says instead of running an instruction that it does not know; empty for
+// any other line.
+std::string_view unknownInstruction(std::string_view line) noexcept {
+    constexpr std::string_view start = "xsltApplySequenceConstructor: ";
+    constexpr std::string_view end = " was not compiled";
+    if (!line.starts_with(start) || !line.ends_with(end)) return {};
+    line.remove_prefix(start.size());
+    line.remove_suffix(end.size());
+    return line;
+}
+
 std::string shownFile(std::string_view url) {
     return localPath(url).value_or(std::string{url});
 }
@@ -187,13 +198,25 @@ void TransformErrors::addPiece(std::string_view text) {
         return;
     }
     std::string line = inOneLine(text);
-    if (line.empty()) return;
-    if (!std::exchange(announced_, false)) {
+    if (!line.empty()) addLine(std::move(line));
+}
+
+void TransformErrors::addLine(std::string line) {
+    if (std::string_view const name = unknownInstruction(line); !name.empty()) {
+        if (name == "fallback") return; // it does nothing where nothing failed
+        missesInstruction_ = true;
+        addWords("there is no instruction xsl:" + std::string{name});
+    } else if (std::exchange(announced_, false)) {
+        addWords(line);
+    } else {
         message_ = std::move(line);
-    } else if (errors_.size() < enough) {
-        if (!errors_.empty()) errors_ += "; ";
-        errors_ += line;
     }
+}
+
+void TransformErrors::addWords(std::string_view words) {
+    if (errors_.size() >= enough) return;
+    if (!errors_.empty()) errors_ += "; ";
+    errors_ += words;
 }
 
 void TransformErrors::addParserError(xmlError const& error) {
@@ -210,12 +233,17 @@ std::string TransformErrors::placeIn(std::string_view announcement) const {
     std::string_view const element = wordBehind(announcement, "element ");
     std::size_t number = 0;
     std::from_chars(line.data(), line.data() + line.size(), number);
+    return placeOf(file, number, element);
+}
+
+std::string TransformErrors::placeOf(std::string_view file, std::size_t line,
+                                     std::string_view element) const {
     if (file.empty() || file == url_) {
-        std::string path = pathOfElement(number);
+        std::string path = pathOfElement(line);
         return path.empty() ? std::string{element} : path;
     }
     std::string place = shownFile(file);
-    if (number != 0) place += ":" + std::to_string(number);
+    if (line != 0) place += ":" + std::to_string(line);
     if (element.empty()) return place;
     return place.append(": ").append(element);
 }
@@ -242,6 +270,11 @@ std::string TransformErrors::reason() const {
     if (!place_.empty() && !errors_.empty()) reason = place_ + ": " + reason;
     if (!details_.empty()) reason += " (" + details_ + ")";
     return reason;
+}
+
+std::string TransformErrors::reasonAt(xmlNode const& element, std::string_view words) const {
+    std::string reason = placeOf(view(element.doc->URL), element.line, view(element.name));
+    return reason.append(": ").append(words);
 }
 
 } // namespace tibxml::transform

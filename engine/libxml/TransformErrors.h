@@ -8,6 +8,7 @@
 
 #include <tree/Document.h>
 
+struct _xmlNode;              // NOLINT(bugprone-reserved-identifier): libxml2 has named it
 struct _xsltTransformContext; // NOLINT(bugprone-reserved-identifier): libxslt has named it
 
 namespace tibxml::transform {
@@ -34,6 +35,13 @@ public:
     // was no error.
     std::string reason() const;
 
+    // The same for a fault that they did not report, in an element of a stylesheet.
+    std::string reasonAt(_xmlNode const& element, std::string_view words) const;
+
+    // Whether an instruction was to be run that libxslt does not know and that has no substitute,
+    // which libxslt says and takes no notice of.
+    bool missesInstruction() const noexcept { return missesInstruction_; }
+
     // Throws std::bad_alloc when memory was exhausted meanwhile.
     void requireMemory() const;
 
@@ -41,9 +49,12 @@ private:
     friend struct TransformErrorEvents; // the functions that the libraries call
 
     void addPiece(std::string_view text);
+    void addLine(std::string line);
+    void addWords(std::string_view words);
     void addDetail(std::string_view text);
     void addParserError(xmlError const& error);
     std::string placeIn(std::string_view announcement) const;
+    std::string placeOf(std::string_view file, std::size_t line, std::string_view element) const;
     std::string pathOfElement(std::size_t number) const;
 
     tree::Document const& document_;
@@ -55,6 +66,7 @@ private:
     void* oldGenericData_;
     bool announced_ = false; // the next piece is an error
     bool isOutOfMemory_ = false;
+    bool missesInstruction_ = false;
     std::string place_;
     std::string errors_;
     std::string details_;

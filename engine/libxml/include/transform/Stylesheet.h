@@ -22,6 +22,12 @@ public:
 // What a stylesheet's calls of document() may read.
 enum class DocumentFunction { refused, localFiles };
 
+// What is transformed.
+struct Source {
+    tree::Node const* node; // a document node, or an element, which is a document of its own
+    std::string location;   // the absolute path of its file; empty when there is none
+};
+
 // More template calls inside each other than this are taken for an endless recursion.
 inline constexpr int maximumTemplateDepth = 3000;
 
@@ -37,11 +43,10 @@ public:
     Stylesheet& operator=(Stylesheet const&) = delete;
     ~Stylesheet();
 
-    // A new document with the result for a source, which is a document node or an element and is
-    // not changed. The result has an XML declaration and is laid out as xsl:output says. Throws
-    // TransformError, also for a result that is no document (two elements, text beside the root,
-    // too deep), and std::bad_alloc.
-    tree::DocumentRef apply(tree::Node const* source, DocumentFunction permission) const;
+    // A new document with the result for a source, which is not changed. The result has an XML
+    // declaration and is laid out as xsl:output says. Throws TransformError, also for a result that
+    // is no document (two elements, text beside the root, too deep), and std::bad_alloc.
+    tree::DocumentRef apply(Source const& source, DocumentFunction permission) const;
 
 private:
     struct Compiled;
