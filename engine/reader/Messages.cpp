@@ -67,6 +67,12 @@ constexpr Row rows[] = {
     {Message::instructionWithoutTarget, "a processing instruction begins without a name"},
     {Message::instructionNamedXml, "a processing instruction cannot be named %1"},
     {Message::noSpaceAfterTarget, "%1 stands after the name of the processing instruction %2"},
+
+    {Message::unknownEncoding, "the encoding %1 is not known"},
+    {Message::wrongEncoding, "the XML declaration names the encoding %1 but is written in %2"},
+    {Message::longDeclaration, "the XML declaration does not end within 64 KiB"},
+    {Message::invalidBytes, "%1 at offset %2 is no character in %3"},
+    {Message::cutCharacter, "the document ends within a character in %1"},
 };
 
 std::string_view textOf(Message message) noexcept {

@@ -61,6 +61,12 @@ enum class Message : std::uint8_t {
     instructionWithoutTarget = 56,
     instructionNamedXml = 57,
     noSpaceAfterTarget = 58,
+
+    unknownEncoding = 60,
+    wrongEncoding = 61,
+    longDeclaration = 62,
+    invalidBytes = 63,
+    cutCharacter = 64,
 };
 
 // The sentence with %1, %2 and so on replaced by what was found. Throws std::bad_alloc.
