@@ -1,9 +1,13 @@
 #include "Arguments.h"
 
 #include <algorithm>
+#include <vector>
+
+#include <CLI/CLI.hpp>
 
 #include "Failure.h"
 #include "Text.h"
+#include "ValueType.h"
 
 namespace tibxml::tool {
 
@@ -44,6 +48,41 @@ std::vector<std::string> argumentsOf(int count, char const* const* arguments) {
     if (count > 1) texts.assign(arguments + 1, arguments + count);
     requireUtf8(texts);
     return withSeparateEmptyValues(texts);
+}
+
+void addFile(CLI::App& command, std::string& file) {
+    command.add_option("FILE", file, "The file; - is the standard input")
+        ->option_text("REQUIRED")
+        ->required();
+}
+
+void addFiles(CLI::App& command, std::vector<std::string>& files) {
+    // Where the parser allows any number of arguments it takes a file called "[a,b]" for a list of
+    // two. So it is told that more are needed than there can be, and to be content with fewer.
+    constexpr int needed = 1 << 24;
+    command.add_option("FILE", files, "The files; - is the standard input")
+        ->option_text("REQUIRED")
+        ->required()
+        ->expected(needed, CLI::detail::expected_max_vector_size)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false);
+}
+
+namespace {
+
+std::vector<std::string> typeNames() {
+    std::vector<std::string> names;
+    for (ValueType const& type : valueTypes())
+        names.emplace_back(type.name);
+    return names;
+}
+
+} // namespace
+
+void addTypeOption(CLI::App& command, std::string& type, std::string const& help) {
+    command.add_option("--type", type, help)
+        ->option_text("TYPE")
+        ->check(CLI::IsMember(typeNames()));
 }
 
 } // namespace tibxml::tool

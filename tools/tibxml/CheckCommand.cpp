@@ -5,10 +5,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include "Arguments.h"
 #include "Commands.h"
+#include "Documents.h"
 #include "Failure.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
 
 namespace tibxml::tool {
 

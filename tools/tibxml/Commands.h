@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "ExitStatus.h"
+#include "Failure.h"
 
 namespace CLI {
 class App;

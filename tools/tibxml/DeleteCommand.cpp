@@ -7,14 +7,12 @@
 
 #include <TibXml/WXmlValueAccessor.h>
 
+#include "Arguments.h"
 #include "Commands.h"
+#include "Documents.h"
 #include "Failure.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
-#include "SaveDocument.h"
 #include "Select.h"
 #include "Text.h"
-#include "ValuePath.h"
 
 namespace tibxml::tool {
 

@@ -6,10 +6,10 @@
 
 #include <TibXml/WXmlSax.h>
 
+#include "Arguments.h"
 #include "Commands.h"
-#include "FileArguments.h"
+#include "Documents.h"
 #include "Output.h"
-#include "StreamDocument.h"
 #include "Text.h"
 
 namespace tibxml::tool {

@@ -7,7 +7,6 @@
 #include <TibXml/WXmlValueAccessor.h>
 #include <TibXml/platform/ComError.h>
 
-#include "EngineError.h"
 #include "Output.h"
 #include "Text.h"
 
@@ -70,6 +69,12 @@ ExitStatus reportException() noexcept {
         std::fputs("tibxml: unknown error\n", stderr);
     }
     return ExitStatus::failed;
+}
+
+std::string describe(_com_error const& error) {
+    _bstr_t const description = error.Description();
+    if (description.length() > 0) return toUtf8({description, description.length()});
+    return toUtf8(error.ErrorMessage());
 }
 
 } // namespace tibxml::tool

@@ -2,9 +2,16 @@
 
 #include <string>
 
-#include "ExitStatus.h"
+#include <TibXml/platform/ComError.h>
 
 namespace tibxml::tool {
+
+/// How the program ends; the greater, the worse.
+enum class ExitStatus : int {
+    found = 0,    ///< done, and there was something
+    notFound = 1, ///< nothing there, or not what it has to be
+    failed = 2,   ///< called wrongly, or the input or the output does not work
+};
 
 /// What a command throws to end: the line that its user gets to see, and the status of the program.
 struct Failure {
@@ -21,5 +28,8 @@ void complain(std::string const& line);
 /// Writes the line that tells what the exception being handled is about, and says how the program
 /// has to end. To be called in a handler; every exception has an answer.
 ExitStatus reportException() noexcept;
+
+/// What the engine says about a call that failed: its own words, or those for the code.
+std::string describe(_com_error const& error);
 
 } // namespace tibxml::tool

@@ -5,14 +5,11 @@
 
 #include <CLI/CLI.hpp>
 
-#include "AbsentValue.h"
+#include "Arguments.h"
 #include "Commands.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
+#include "Documents.h"
 #include "Output.h"
 #include "Select.h"
-#include "TypeOption.h"
-#include "ValuePath.h"
 #include "ValueType.h"
 
 namespace tibxml::tool {

@@ -7,10 +7,10 @@
 #include <TibXml/JsonConversion.h>
 #include <TibXml/tibutils/Json.h>
 
+#include "Arguments.h"
 #include "Commands.h"
+#include "Documents.h"
 #include "Failure.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
 #include "Output.h"
 #include "Select.h"
 

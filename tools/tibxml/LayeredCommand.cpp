@@ -5,16 +5,14 @@
 
 #include <CLI/CLI.hpp>
 
-#include "AbsentValue.h"
+#include "Arguments.h"
 #include "Commands.h"
 #include "Failure.h"
 #include "Layers.h"
 #include "Output.h"
 #include "Select.h"
 #include "Text.h"
-#include "TypeOption.h"
 #include "ValueType.h"
-#include "WriteAs.h"
 
 namespace tibxml::tool {
 

@@ -6,8 +6,7 @@
 #include <TibXml/WXmlNode.h>
 #include <TibXml/WXmlValueAccessor.h>
 
-#include "LoadDocument.h"
-#include "SaveDocument.h"
+#include "Documents.h"
 #include "Select.h"
 #include "Text.h"
 

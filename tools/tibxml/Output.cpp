@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
+#include <unistd.h>
 
 namespace tibxml::tool {
 
@@ -32,6 +33,33 @@ void printLines(std::string_view text) {
 void finishOutput() {
     if (std::fflush(stdout) == 0) return;
     if (OutputFailure const failure = lastFailure(); !failure.isClosedByReader) throw failure;
+}
+
+namespace {
+
+constexpr std::chrono::seconds patience{1};
+constexpr std::chrono::milliseconds period{200};
+constexpr unsigned callsPerLook = 1024; // at the clock
+
+} // namespace
+
+Progress::Progress() noexcept
+    : isTerminal_{::isatty(STDERR_FILENO) == 1},
+      next_{Clock::now() + patience} {}
+
+Progress::~Progress() {
+    if (isShown_) std::fputs("\r\033[K", stderr);
+}
+
+void Progress::show(std::uint64_t bytes, std::uint64_t elements) noexcept {
+    if (!isTerminal_ || ++calls_ % callsPerLook != 0) return;
+    Clock::time_point const now = Clock::now();
+    if (now < next_) return;
+    next_ = now + period;
+    isShown_ = true;
+    std::fprintf(stderr, "\r%llu MB, %llu elements\033[K",
+                 static_cast<unsigned long long>(bytes / 1'000'000),
+                 static_cast<unsigned long long>(elements));
 }
 
 } // namespace tibxml::tool

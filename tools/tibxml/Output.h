@@ -1,9 +1,11 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "ExitStatus.h"
+#include "Failure.h"
 
 namespace tibxml::tool {
 
@@ -23,5 +25,27 @@ void printLines(std::string_view text);
 /// Brings what was printed to its end. Throws `OutputFailure`, but is content when nobody reads any
 /// more.
 void finishOutput();
+
+/// Shows on a terminal how far something long has come: nothing in the first second, then a line
+/// that is written over again and again, and taken away in the end. Shows nothing when the standard
+/// error is no terminal.
+class Progress {
+public:
+    Progress() noexcept;
+    Progress(Progress const&) = delete;
+    Progress& operator=(Progress const&) = delete;
+    ~Progress();
+
+    /// To be told often how many bytes were read and elements seen.
+    void show(std::uint64_t bytes, std::uint64_t elements) noexcept;
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    bool isTerminal_;
+    bool isShown_ = false;
+    unsigned calls_ = 0;
+    Clock::time_point next_;
+};
 
 } // namespace tibxml::tool

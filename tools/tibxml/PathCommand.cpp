@@ -9,7 +9,7 @@
 
 #include "Commands.h"
 #include "Output.h"
-#include "RebuiltPath.h"
+#include "Select.h"
 #include "Text.h"
 
 namespace tibxml::tool {

@@ -6,9 +6,9 @@
 
 #include <TibXml/WXmlValueAccessor.h>
 
+#include "Arguments.h"
 #include "Commands.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
+#include "Documents.h"
 #include "Output.h"
 #include "Select.h"
 #include "Text.h"

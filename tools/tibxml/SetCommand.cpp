@@ -5,18 +5,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "Arguments.h"
 #include "Commands.h"
+#include "Documents.h"
 #include "Failure.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
-#include "RebuiltPath.h"
-#include "SaveDocument.h"
 #include "Select.h"
 #include "Text.h"
-#include "TypeOption.h"
-#include "ValuePath.h"
 #include "ValueType.h"
-#include "WriteAs.h"
 
 namespace tibxml::tool {
 

@@ -9,11 +9,10 @@
 
 #include <TibXml/WXmlSax.h>
 
+#include "Arguments.h"
 #include "Commands.h"
-#include "FileArguments.h"
+#include "Documents.h"
 #include "Output.h"
-#include "Progress.h"
-#include "StreamDocument.h"
 
 namespace tibxml::tool {
 

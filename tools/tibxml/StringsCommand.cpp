@@ -6,10 +6,10 @@
 #include <TibXml/WXmlStringMap.h>
 #include <TibXml/WXmlValueAccessor.h>
 
+#include "Arguments.h"
 #include "Commands.h"
+#include "Documents.h"
 #include "Failure.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
 #include "Output.h"
 #include "Select.h"
 #include "Text.h"

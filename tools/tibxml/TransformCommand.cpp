@@ -8,11 +8,10 @@
 #include <TibXml/platform/Stream.h>
 #include <TibXml/platform/VariantT.h>
 
+#include "Arguments.h"
 #include "Commands.h"
-#include "EngineError.h"
+#include "Documents.h"
 #include "Failure.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
 #include "Output.h"
 #include "Text.h"
 

@@ -3,15 +3,18 @@
 
 #include <CLI/CLI.hpp>
 
+#include <TibXml/EnginePtr.h>
+#include <TibXml/WXmlNode.h>
+#include <TibXml/WXmlValueAccessor.h>
 #include <TibXml/engine/IXMLDOMParseError2.h>
+#include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/VariantT.h>
 
+#include "Arguments.h"
 #include "Commands.h"
+#include "Documents.h"
 #include "Failure.h"
-#include "FileArguments.h"
-#include "LoadDocument.h"
-#include "Schemas.h"
 #include "Text.h"
 
 namespace tibxml::tool {
@@ -29,6 +32,43 @@ struct Validation {
     std::string file;
     std::string schema;
 };
+
+using SchemasPtr = EnginePtr<IXMLDOMSchemaCollection2>;
+
+SchemasPtr newSchemas() {
+    void* object = nullptr;
+    HRESULT const result = CoCreateInstance(CLSID_XMLSchemaCache60, nullptr, CLSCTX_ALL,
+                                            IID_IXMLDOMSchemaCollection2, &object);
+    if (FAILED(result)) _com_issue_error(result);
+    SchemasPtr schemas{static_cast<IXMLDOMSchemaCollection2*>(object), false};
+    OleRun(schemas);
+    return schemas;
+}
+
+CString targetNamespace(WXmlDocPtr const& schema) {
+    return WXmlDoc{schema}.GetRootNode().Attribute(L"@targetNamespace").GetString(L"");
+}
+
+// A schema is no result, so a bad one is an input that does not work.
+WXmlDocPtr loadSchemaDocument(std::string const& file) {
+    try {
+        return loadFromPath(file);
+    } catch (Failure& failure) {
+        failure.status = ExitStatus::failed;
+        throw;
+    }
+}
+
+// The schema in a file, for the namespace that it has. Throws `Failure` and `_com_error` when it
+// cannot be used.
+SchemasPtr loadSchema(std::string const& file) {
+    WXmlDocPtr const schema = loadSchemaDocument(file);
+    SchemasPtr schemas = newSchemas();
+    _bstr_t uri{targetNamespace(schema)};
+    HRESULT const result = schemas->add(uri.GetBSTR(), _variant_t{static_cast<IUnknown*>(schema)});
+    if (FAILED(result)) _com_issue_errorex(result, schemas, IID_IXMLDOMSchemaCollection);
+    return schemas;
+}
 
 void require(HRESULT result, IUnknown* object, IID const& iid) {
     if (FAILED(result)) _com_issue_errorex(result, object, iid);

@@ -7,6 +7,7 @@
 
 #include <TibXml/platform/ComError.h>
 
+#include "Failure.h"
 #include "Text.h"
 #include "WriteValue.h"
 
@@ -105,6 +106,23 @@ std::span<ValueType const> valueTypes() noexcept {
 ValueType const& valueType(std::string const& name) noexcept {
     return *std::find_if(std::begin(types), std::end(types) - 1,
                          [&](ValueType const& type) { return type.name == name; });
+}
+
+void writeAs(ValueType const& type, WXmlValueAccessor& value, std::string const& text,
+             std::string const& place) {
+    try {
+        if (type.write(value, text)) return;
+    } catch (WXmlValueTypeNotFoundException const&) {
+        throw failure(ExitStatus::failed, "there can be no value at " + place);
+    }
+    throw failure(ExitStatus::failed, "'" + text + "' is not " + type.description);
+}
+
+Failure absentValue(std::string const& file, std::string const& place,
+                    WXmlValueAccessor const& value, ValueType const& type) {
+    if (!value.Exists()) return failure(ExitStatus::notFound, file + ": nothing at " + place);
+    return failure(ExitStatus::notFound, file + ": " + place + " is not " + type.description +
+                                             ": '" + excerpt(value.GetString(L"")) + "'");
 }
 
 } // namespace tibxml::tool

@@ -6,6 +6,8 @@
 
 #include <TibXml/WXmlValueAccessor.h>
 
+#include "Failure.h"
+
 namespace tibxml::tool {
 
 /// A type that values are read and written as.
@@ -30,5 +32,15 @@ std::span<ValueType const> valueTypes() noexcept;
 
 /// The type of a name, which must be one of these.
 ValueType const& valueType(std::string const& name) noexcept;
+
+/// Writes a value of a type. Throws `Failure` when the text is not of the type, and when there can
+/// be no value; `place` is what to call it.
+void writeAs(ValueType const& type, WXmlValueAccessor& value, std::string const& text,
+             std::string const& place);
+
+/// Why a value does not read as a type: there is none, or it is something else. `place` is what to
+/// call it.
+Failure absentValue(std::string const& file, std::string const& place,
+                    WXmlValueAccessor const& value, ValueType const& type);
 
 } // namespace tibxml::tool

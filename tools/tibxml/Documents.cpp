@@ -1,10 +1,18 @@
-#include "LoadDocument.h"
+#include "Documents.h"
 
+#include <CLI/CLI.hpp>
+#include <TibXml/EnginePtr.h>
+#include <TibXml/WXmlSax.h>
+#include <TibXml/platform/BStrT.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComRuntime.h>
+#include <TibXml/platform/ErrorInfo.h>
+#include <TibXml/platform/Stream.h>
 #include <TibXml/platform/VariantT.h>
 
 #include "Failure.h"
 #include "InputFile.h"
+#include "Output.h"
 #include "Text.h"
 
 namespace tibxml::tool {
@@ -87,6 +95,64 @@ WXmlDocPtr loadFromPath(std::string const& file, WhiteSpace whiteSpace) {
     if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
     if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
     return document;
+}
+
+namespace {
+
+// "line:column: reason", as the engine leaves it behind.
+std::string lastReason() {
+    EnginePtr<IErrorInfo> info;
+    _bstr_t text;
+    if (GetErrorInfo(0, info.GetAddress()) == S_OK) info->GetDescription(text.GetAddress());
+    return toUtf8({text, text.length()});
+}
+
+} // namespace
+
+void streamDocument(WXmlSax& sax, InputFile& input, std::string const& name) {
+    bool const isDone = sax.ParseIStream(&input);
+    input.requireSuccess();
+    if (isDone) return;
+    finishOutput(); // what was printed comes before the complaint about what follows it
+    throw Failure{ExitStatus::notFound, name + ":" + lastReason()};
+}
+
+namespace {
+
+void save(WXmlDocPtr const& document, VARIANT const& destination) {
+    HRESULT const result = document->save(destination);
+    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
+}
+
+// By way of memory: the output has its own words for what goes wrong with it.
+void saveToOutput(WXmlDocPtr const& document) {
+    EnginePtr<IStream> const stream{SHCreateMemStream(nullptr, 0), false};
+    save(document, _variant_t{stream.GetInterfacePtr()});
+    STATSTG statistics{};
+    stream->Stat(&statistics, STATFLAG_NONAME);
+    std::string bytes(static_cast<std::size_t>(statistics.cbSize.QuadPart), '\0');
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
+    print(bytes);
+}
+
+} // namespace
+
+void addOutputOption(CLI::App& command, std::optional<std::string>& output) {
+    command
+        .add_option("-o,--output", output,
+                    "Where the result goes instead of FILE; - is the standard output")
+        ->option_text("FILE");
+}
+
+void saveDocument(WXmlDocPtr const& document, std::string const& file) {
+    if (file == "-") return saveToOutput(document);
+    try {
+        save(document, _variant_t{toWide(file).GetString()});
+    } catch (_com_error const& error) {
+        if (error.Error() == E_OUTOFMEMORY) throw;
+        throw failure(ExitStatus::failed, file + ": " + describe(error));
+    }
 }
 
 } // namespace tibxml::tool

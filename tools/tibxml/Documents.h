@@ -1,9 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <TibXml/EnginePtr.h>
 #include <TibXml/WXmlDoc.h>
+
+#include "InputFile.h"
 
 namespace tibxml::tool {
 
@@ -26,5 +29,31 @@ WXmlDocPtr loadFromPath(std::string const& file, WhiteSpace whiteSpace = WhiteSp
 
 /// A new document of the engine, without content.
 WXmlDocPtr newEngineDocument();
+
+} // namespace tibxml::tool
+
+class WXmlSax;
+
+namespace tibxml::tool {
+
+/// Tells the callbacks of a SAX object what is in a file. Throws `Failure` when the file cannot be
+/// read (status failed) or is not well-formed (status not found: "name:line:column: reason"), and
+/// what a callback throws. `name` is the file's name in messages.
+void streamDocument(WXmlSax& sax, InputFile& input, std::string const& name);
+
+} // namespace tibxml::tool
+
+namespace CLI {
+class App;
+} // namespace CLI
+
+namespace tibxml::tool {
+
+/// The option `-o` of a command that changes FILE: where the result goes instead.
+void addOutputOption(CLI::App& command, std::optional<std::string>& output);
+
+/// Writes a document to a file, which is replaced as a whole or not at all, or to the standard
+/// output for "-". Throws `Failure` with the reason, and `OutputFailure`.
+void saveDocument(WXmlDocPtr const& document, std::string const& file);
 
 } // namespace tibxml::tool
