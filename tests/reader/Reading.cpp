@@ -1,22 +1,11 @@
 #include "Reading.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include <tree/Navigation.h>
 
 namespace tibxml::reader::test {
 
 using tree::Node;
 using tree::NodeKind;
-
-std::ptrdiff_t Bytes::read(char* buffer, std::size_t size) noexcept {
-    if (done_ >= failAfter_) return -1;
-    std::size_t const count = std::min({size, step_, bytes_.size() - done_, failAfter_ - done_});
-    std::memcpy(buffer, bytes_.data() + done_, count);
-    done_ += count;
-    return static_cast<std::ptrdiff_t>(count);
-}
 
 Node* Reading::root() const {
     EXPECT_NE(document->documentElement(), nullptr) << error.reason;

@@ -3,34 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <limits>
 #include <string>
 #include <string_view>
 
 #include <reader/Reader.h>
 #include <tree/Document.h>
 
+#include "Trace.h"
+
 namespace tibxml::reader::test {
-
-// Gives at most `step` bytes at a time, and fails after `failAfter` bytes.
-class Bytes final : public ByteSource {
-public:
-    static constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
-
-    explicit Bytes(std::string_view bytes, std::size_t step = never, std::size_t failAfter = never)
-        : bytes_{bytes},
-          step_{step},
-          failAfter_{failAfter} {}
-
-    std::ptrdiff_t read(char* buffer, std::size_t size) noexcept override;
-
-private:
-    std::string_view bytes_;
-    std::size_t step_;
-    std::size_t failAfter_;
-    std::size_t done_ = 0;
-};
 
 struct Reading {
     tree::DocumentRef document = tree::DocumentRef::adopt(tree::Document::create());
