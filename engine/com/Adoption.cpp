@@ -6,6 +6,8 @@
 
 #include <tree/Cloning.h>
 #include <tree/Lifetime.h>
+#include <tree/NamespaceLookup.h>
+#include <tree/NamespaceNodes.h>
 
 #include "DocumentObject.h"
 
@@ -15,16 +17,20 @@ namespace {
 
 using Move = std::pair<tree::Node*, tree::Node*>; // from, to
 
-// Which nodes somebody refers to: by a handle, or, while the document is pinned, any of them.
+// Which nodes somebody refers to: by a handle, or, while the document is pinned, any of them. Nodes
+// of the namespace axis go with their elements.
 class Moves final : public tree::CloneObserver {
 public:
-    explicit Moves(bool isPinned) noexcept : isPinned_{isPinned} {}
+    Moves(tree::Document const& source, tree::Document& target) noexcept
+        : source_{source},
+          target_{target} {}
 
     void copied(tree::Node* original, tree::Node* copy) override {
-        if (original->handle != nullptr) {
-            handles.emplace_back(original, copy);
-        } else if (isPinned_) {
-            pinned.emplace_back(original, copy);
+        add(original, copy);
+        tree::Node* space = tree::NamespaceNodes::firstOf(source_, original);
+        for (; space != nullptr; space = space->next) {
+            add(space, tree::NamespaceNodes::get(target_, copy, tree::declaredPrefix(space),
+                                                 space->text()));
         }
     }
 
@@ -32,7 +38,16 @@ public:
     std::vector<Move> pinned;
 
 private:
-    bool isPinned_;
+    void add(tree::Node* original, tree::Node* copy) {
+        if (original->handle != nullptr) {
+            handles.emplace_back(original, copy);
+        } else if (source_.pins != 0) {
+            pinned.emplace_back(original, copy);
+        }
+    }
+
+    tree::Document const& source_;
+    tree::Document& target_;
 };
 
 // What stands for a moved node in the document that it left: a reference to its object.
@@ -58,16 +73,21 @@ Objects objectsOf(Moves const& moves, DocumentObject& owner, tree::Document& tar
     return objects;
 }
 
+void noteMoved(tree::Document& source, Objects objects) {
+    source.movedAway.reserve(source.movedAway.size() + objects.size());
+    source.movedAway.merge(objects);
+}
+
 // Everything about a move that may fail but for the copying: the copy is destroyed then. The top
 // has a handle, which needs no entry.
 void prepare(tree::Document& source, tree::Node* copy, Moves const& moves, DocumentObject& owner,
              tree::Document& target) {
     try {
-        if (moves.handles.size() > 1) target.detachedHandles[copy] = moves.handles.size() - 1;
-        if (source.pins == 0) return;
-        Objects objects = objectsOf(moves, owner, target);
-        source.movedAway.reserve(source.movedAway.size() + objects.size());
-        source.movedAway.merge(objects);
+        // The top's counts too until nothing can fail, so that objects which go again leave the
+        // copy.
+        target.detachedHandles[copy] = moves.handles.size();
+        if (source.pins != 0) noteMoved(source, objectsOf(moves, owner, target));
+        if (--target.detachedHandles[copy] == 0) target.detachedHandles.erase(copy);
     } catch (...) {
         target.detachedHandles.erase(copy);
         tree::destroy(target, copy);
@@ -80,7 +100,7 @@ void prepare(tree::Document& source, tree::Node* copy, Moves const& moves, Docum
 void adoptForeign(DocumentObject& owner, tree::Document& storage, NodeHandle& handle) {
     tree::DocumentRef const source{&handle.storage()};
     tree::Node* const original = handle.node();
-    Moves moves{source->pins != 0};
+    Moves moves{*source, storage};
     tree::Node* const copy =
         tree::clone(storage, *source, original, tree::CloneDepth::deep, &moves);
     prepare(*source, copy, moves, owner, storage);

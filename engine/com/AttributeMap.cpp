@@ -2,6 +2,7 @@
 
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
+#include <tree/NamespaceNodes.h>
 
 #include "Adoption.h"
 #include "DeclarationRules.h"
@@ -56,6 +57,8 @@ void AttributeMap::attach(NodeHandle& handle) {
     tree::Document& document = element_.storage();
     if (!handle.node()->is(tree::NodeKind::attribute))
         throw Failure{E_FAIL, "the node is no attribute"};
+    if (tree::isNamespaceNode(handle.node()))
+        throw Failure{E_FAIL, "a node of the namespace axis cannot be set"};
     if (handle.node()->parent == element_.node()) return;
     tree::Name* const name = nameAt(document, element_.node(), handle);
     tree::Node* const old = placeFor(element_.node(), handle.node(), name);

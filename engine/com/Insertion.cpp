@@ -2,6 +2,7 @@
 
 #include <tree/Lifetime.h>
 #include <tree/NamespaceLookup.h>
+#include <tree/NamespaceNodes.h>
 #include <tree/Navigation.h>
 
 #include "Adoption.h"
@@ -16,6 +17,14 @@ using tree::NodeKind;
 
 void check(bool isAllowed, char const* refusal) {
     if (!isAllowed) throw Failure{E_FAIL, refusal};
+}
+
+// For nodes that do not stand to one another as the call says. No edit knows nodes of the namespace
+// axis.
+[[noreturn]] void refuse(NodeHandle const& parent, NodeHandle const& child, char const* reason) {
+    bool const anyNamespace =
+        tree::isNamespaceNode(parent.node()) || tree::isNamespaceNode(child.node());
+    throw Failure{anyNamespace ? E_FAIL : E_INVALIDARG, reason};
 }
 
 tree::Node const* childOfKind(tree::Node const* parent, NodeKind kind) noexcept {
@@ -84,7 +93,7 @@ void insertChild(NodeHandle& parent, NodeHandle& child, NodeHandle const* before
     tree::Node* const reference = before != nullptr ? before->node() : nullptr;
     if (reference != nullptr &&
         (reference->parent != parent.node() || reference->is(NodeKind::attribute)))
-        throw Failure{E_INVALIDARG, "the reference is no child of the node"};
+        refuse(parent, *before, "the reference is no child of the node");
     if (reference == child.node()) return;
     checkPlace(parent.node(), child.node(), reference);
     place(parent, child, nameBelow(parent, child), reference);
@@ -93,7 +102,7 @@ void insertChild(NodeHandle& parent, NodeHandle& child, NodeHandle const* before
 void removeChild(NodeHandle& parent, NodeHandle& child) {
     tree::Node* const node = child.node();
     if (node->parent != parent.node() || node->is(NodeKind::attribute))
-        throw Failure{E_INVALIDARG, "the node is no child of this one"};
+        refuse(parent, child, "the node is no child of this one");
     tree::remove(parent.storage(), node);
 }
 

@@ -1,6 +1,7 @@
 #include "NodeHandle.h"
 
 #include <tree/Lifetime.h>
+#include <tree/NamespaceNodes.h>
 
 #include "Failure.h"
 #include "NodeObjects.h"
@@ -19,6 +20,12 @@ void NodeHandle::detach() noexcept {
     if (node_ == nullptr) return;
     node_->handle = nullptr;
     tree::handleReleased(*storage_, node_);
+    node_ = nullptr;
+}
+
+void NodeHandle::detachNamespace() noexcept {
+    node_->handle = nullptr;
+    tree::namespaceHandleReleased(*storage_, node_);
     node_ = nullptr;
 }
 
@@ -49,7 +56,9 @@ IXMLDOMNode* wrap(DocumentObject& owner, tree::Document& storage, tree::Node* no
     }
     switch (node->kind) {
     case tree::NodeKind::element: return new (owner) ElementObject{owner, storage, node};
-    case tree::NodeKind::attribute: return new (owner) AttributeObject{owner, storage, node};
+    case tree::NodeKind::attribute:
+        if (tree::isNamespaceNode(node)) return new (owner) NamespaceObject{owner, storage, node};
+        return new (owner) AttributeObject{owner, storage, node};
     default: return new (owner) PlainNodeObject{owner, storage, node};
     }
 }

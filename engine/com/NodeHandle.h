@@ -39,6 +39,9 @@ protected:
     void attach(DocumentObject& owner, tree::Document& storage, tree::Node* node);
     void detach() noexcept;
 
+    // The same for a node of the namespace axis.
+    void detachNamespace() noexcept;
+
 private:
     DocumentObject* owner_ =
         nullptr; // kept alive by node objects, not by the document object itself

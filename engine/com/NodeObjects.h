@@ -71,7 +71,7 @@ public:
     using OwnedNodeObject::OwnedNodeObject;
 };
 
-class AttributeObject final : public OwnedNodeObject<IXMLDOMAttribute> {
+class AttributeObject : public OwnedNodeObject<IXMLDOMAttribute> {
 public:
     using OwnedNodeObject::OwnedNodeObject;
 
@@ -87,8 +87,19 @@ public:
     }
 };
 
+// A node of the namespace axis, which callers see as an attribute that nothing can change: edits
+// find it out by isNamespaceNode().
+class NamespaceObject final : public AttributeObject {
+public:
+    using AttributeObject::AttributeObject;
+
+private:
+    ~NamespaceObject() override { detachNamespace(); }
+};
+
 static_assert(sizeof(ElementObject) <= NodeObjectPool::blockSize);
 static_assert(sizeof(AttributeObject) <= NodeObjectPool::blockSize);
+static_assert(sizeof(NamespaceObject) <= NodeObjectPool::blockSize);
 static_assert(sizeof(PlainNodeObject) <= NodeObjectPool::blockSize);
 
 } // namespace tibxml::com

@@ -2,6 +2,7 @@
 
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
+#include <tree/NamespaceNodes.h>
 
 #include "DeclarationRules.h"
 #include "Failure.h"
@@ -30,8 +31,10 @@ void setInstruction(tree::Document& document, tree::Node* instruction, std::stri
 }
 
 void setValue(tree::Document& document, tree::Node* attribute, std::string_view value) {
-    if (attribute->name->declaresNamespace && attribute->parent != nullptr)
+    if (attribute->name->declaresNamespace && attribute->parent != nullptr) {
+        check(!tree::isNamespaceNode(attribute), "a node of the namespace axis cannot be changed");
         checkDeclaration(attribute->parent, attribute, value);
+    }
     tree::setText(document, attribute, value);
 }
 

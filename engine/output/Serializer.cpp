@@ -48,7 +48,7 @@ void writeXml(Document const& document, Node const* node, Sink& utf8) {
         writeAll(document, Declared::withoutEncoding, out);
     } else {
         bool const layout = !document.preservesWhiteSpace;
-        std::vector<Binding> wanted;
+        std::vector<tree::Binding> wanted;
         if (node->is(NodeKind::element)) wanted = inheritedNamespaces(*node);
         TreeWriter{out, layout}.write(*node, std::move(wanted));
     }

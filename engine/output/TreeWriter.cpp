@@ -8,8 +8,10 @@
 
 namespace tibxml::output {
 
+using tree::Binding;
 using tree::Node;
 using tree::NodeKind;
+using tree::StartTagNames;
 
 void TreeWriter::write(Node const& top, std::vector<Binding> wanted) {
     wanted_ = std::move(wanted);

@@ -5,11 +5,11 @@
 #include <string_view>
 #include <vector>
 
+#include <tree/NamespaceScope.h>
 #include <tree/Node.h>
+#include <tree/StartTagNames.h>
 
 #include "MarkupWriter.h"
-#include "NamespaceScope.h"
-#include "StartTagNames.h"
 
 namespace tibxml::output {
 
@@ -22,7 +22,7 @@ public:
 
     // Writes the subtree of a node that is not a document; `wanted` are namespaces to declare on
     // it.
-    void write(tree::Node const& top, std::vector<Binding> wanted);
+    void write(tree::Node const& top, std::vector<tree::Binding> wanted);
 
 private:
     // What an element changed for its subtree, and what its end tag must know.
@@ -40,8 +40,8 @@ private:
     tree::Node const* openElement(tree::Node const& element);
     void startTag(tree::Node const& element);
     void startTagInNewFrame(tree::Node const& element);
-    void writeDeclaration(Binding binding);
-    void writeAttributes(tree::Node const& element, StartTagNames const& names);
+    void writeDeclaration(tree::Binding binding);
+    void writeAttributes(tree::Node const& element, tree::StartTagNames const& names);
     void noticeSpace(tree::Node const& attribute) noexcept;
     void leaveFrame(tree::Node const& element) noexcept;
     bool isPlain(tree::Node const& element) noexcept;
@@ -52,8 +52,8 @@ private:
     bool layout_;
     bool keepsBlanks_ = false; // the nearest xml:space says so
     std::size_t depth_ = 0;
-    NamespaceScope scope_;
-    std::vector<Binding> wanted_; // for the next start tag
+    tree::NamespaceScope scope_;
+    std::vector<tree::Binding> wanted_; // for the next start tag
     std::vector<Frame> frames_;
 };
 

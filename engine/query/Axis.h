@@ -7,6 +7,8 @@
 #include <tree/Navigation.h>
 #include <tree/Node.h>
 
+#include "NamespaceAxis.h"
+
 namespace tibxml::query {
 
 enum class Axis : std::uint8_t {
@@ -23,11 +25,16 @@ enum class Axis : std::uint8_t {
     ancestorOrSelf,
     precedingSibling,
     preceding,
-    none, // the namespace axis, which has no nodes here
+    namespaces,
 };
 
 constexpr bool isReverse(Axis axis) noexcept {
     return axis >= Axis::ancestor && axis <= Axis::preceding;
+}
+
+// What these give lies within no other node and comes before the children of its element.
+constexpr bool givesAttributes(Axis axis) noexcept {
+    return axis == Axis::attribute || axis == Axis::namespaces;
 }
 
 constexpr bool goesDown(Axis axis) noexcept {
@@ -121,11 +128,18 @@ bool one(tree::Node* node, Take&& take) {
     return node != nullptr && take(node);
 }
 
+template <class Take>
+bool namespaces(tree::Document& document, tree::Node* context, Take&& take) {
+    for (tree::Node* node : namespaceNodes(document, context))
+        if (take(node)) return true;
+    return false;
+}
+
 } // namespace axis
 
 // The nodes of any axis but descendantChild, which is no axis of its own.
 template <class Take>
-bool walkAxis(Axis direction, tree::Node* context, Take&& take) {
+bool walkAxis(Axis direction, tree::Document& document, tree::Node* context, Take&& take) {
     switch (direction) {
     case Axis::self: return take(context);
     case Axis::child: return axis::siblingsFrom(context->firstChild(), take);
@@ -140,8 +154,8 @@ bool walkAxis(Axis direction, tree::Node* context, Take&& take) {
     case Axis::ancestorOrSelf: return axis::ancestorsFrom(context, take);
     case Axis::precedingSibling: return axis::precedingSiblings(context, take);
     case Axis::preceding: return axis::preceding(context, take);
-    case Axis::descendantChild:
-    case Axis::none: return false;
+    case Axis::namespaces: return axis::namespaces(document, context, take);
+    case Axis::descendantChild: return false;
     }
     return false;
 }

@@ -5,6 +5,8 @@
 #include <string>
 
 #include <tree/Name.h>
+#include <tree/NamespaceLookup.h>
+#include <tree/NamespaceNodes.h>
 #include <tree/Node.h>
 
 #include "Evaluation.h"
@@ -25,6 +27,7 @@ struct NodeTest {
         attribute,
         attributeNamed,
         attributeInNamespace,
+        namespaceNamed, // prefix == text
     };
 
     Kind kind = Kind::node;
@@ -71,6 +74,8 @@ public:
         case Kind::attribute: return isAttribute(node);
         case Kind::attributeNamed: return isAttribute(node) && node->name->expanded == name_;
         case Kind::attributeInNamespace: return isAttribute(node) && node->name->uri == test_.text;
+        case Kind::namespaceNamed:
+            return tree::isNamespaceNode(node) && tree::declaredPrefix(node) == test_.text;
         }
         return false;
     }

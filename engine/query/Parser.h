@@ -65,9 +65,9 @@ private:
     Step parseStep();
     void parsePredicates(Predicates& predicates);
     Axis parseAxis();
-    NodeTest parseNodeTest(bool attributes);
+    NodeTest parseNodeTest(Axis axis);
     NodeTest parseNodeType();
-    NodeTest parseNameTest(bool attributes);
+    NodeTest parseNameTest(Axis axis);
     std::string uriOf(std::wstring_view prefix) const;
 
     // What paths may start with (ParserPrimaries.cpp)

@@ -22,7 +22,7 @@ constexpr AxisName axisNames[] = {
     {L"descendant-or-self", Axis::descendantOrSelf},
     {L"following", Axis::following},
     {L"following-sibling", Axis::followingSibling},
-    {L"namespace", Axis::none},
+    {L"namespace", Axis::namespaces},
     {L"parent", Axis::parent},
     {L"preceding", Axis::preceding},
     {L"preceding-sibling", Axis::precedingSibling},
@@ -52,6 +52,20 @@ Step plainStep(Axis axis) {
     Step step;
     step.axis = axis;
     return step;
+}
+
+// Of the axis's own kind: attributes, namespaces, or elements on all other axes. The name of a
+// namespace is its prefix, in no namespace.
+NodeTest::Kind anyOf(Axis axis) noexcept {
+    using Kind = NodeTest::Kind;
+    if (axis == Axis::namespaces) return Kind::node;
+    return axis == Axis::attribute ? Kind::attribute : Kind::element;
+}
+
+NodeTest::Kind anyInNamespace(Axis axis) noexcept {
+    using Kind = NodeTest::Kind;
+    if (axis == Axis::namespaces) return Kind::nothing;
+    return axis == Axis::attribute ? Kind::attributeInNamespace : Kind::elementInNamespace;
 }
 
 } // namespace
@@ -132,7 +146,7 @@ Step Parser::parseStep() {
     if (skip(TokenKind::dotDot)) return plainStep(Axis::parent);
     Step step;
     step.axis = parseAxis();
-    step.test = parseNodeTest(step.axis == Axis::attribute);
+    step.test = parseNodeTest(step.axis);
     parsePredicates(step.predicates);
     return step;
 }
@@ -153,13 +167,11 @@ void Parser::parsePredicates(Predicates& predicates) {
     }
 }
 
-NodeTest Parser::parseNodeTest(bool attributes) {
+NodeTest Parser::parseNodeTest(Axis axis) {
     switch (token_.kind) {
-    case TokenKind::star:
-        advance();
-        return {attributes ? NodeTest::Kind::attribute : NodeTest::Kind::element, 0, {}};
+    case TokenKind::star: advance(); return {anyOf(axis), 0, {}};
     case TokenKind::name:
-    case TokenKind::nameStar: return parseNameTest(attributes);
+    case TokenKind::nameStar: return parseNameTest(axis);
     case TokenKind::function:
         if (isNodeType(token_)) return parseNodeType();
         fail("a function call is no step");
@@ -180,15 +192,18 @@ NodeTest Parser::parseNodeType() {
     return test;
 }
 
-NodeTest Parser::parseNameTest(bool attributes) {
-    using Kind = NodeTest::Kind;
+NodeTest Parser::parseNameTest(Axis axis) {
     std::string uri = uriOf(token_.prefix);
     NodeTest test;
     if (at(TokenKind::nameStar)) {
-        test.kind = attributes ? Kind::attributeInNamespace : Kind::elementInNamespace;
+        test.kind = anyInNamespace(axis);
         test.text = std::move(uri);
+    } else if (axis == Axis::namespaces) {
+        test.kind = uri.empty() ? NodeTest::Kind::namespaceNamed : NodeTest::Kind::nothing;
+        test.text = narrow(token_.text);
     } else {
-        test.kind = attributes ? Kind::attributeNamed : Kind::elementNamed;
+        test.kind =
+            axis == Axis::attribute ? NodeTest::Kind::attributeNamed : NodeTest::Kind::elementNamed;
         test.name = names_.add(std::move(uri), narrow(token_.text));
     }
     advance();

@@ -51,7 +51,7 @@ private:
 
     bool addToSingle(Step const& step) {
         if (isReverse(step.axis) && order_ == Order::document && !step.selectsOne()) return false;
-        if (step.axis == Axis::none || step.selectsOne()) return true;
+        if (step.selectsOne()) return true;
         if (isReverse(step.axis)) return become(Stream::unordered);
         if (goesDown(step.axis) || step.axis == Axis::following) return become(Stream::nested);
         return become(Stream::flat);
@@ -59,13 +59,12 @@ private:
 
     bool addToFlat(Step const& step) {
         if (goesDown(step.axis)) return become(Stream::nested);
-        return step.axis == Axis::self || step.axis == Axis::child ||
-               step.axis == Axis::attribute || step.axis == Axis::none;
+        return step.axis == Axis::self || step.axis == Axis::child || givesAttributes(step.axis);
     }
 
     bool addToNested(Step const& step) {
-        if (step.axis == Axis::self || step.axis == Axis::none) return true;
-        if (step.axis == Axis::attribute) return become(Stream::flat);
+        if (step.axis == Axis::self) return true;
+        if (givesAttributes(step.axis)) return become(Stream::flat);
         if (step.outermostCovers()) return handOver(Handover::outermost, Stream::nested);
         if (step.axis != Axis::child) return false;
         return order_ == Order::any ? become(Stream::unordered)
@@ -73,8 +72,7 @@ private:
     }
 
     bool addToUnordered(Step const& step) noexcept {
-        return step.axis == Axis::self || step.axis == Axis::child ||
-               step.axis == Axis::attribute || step.axis == Axis::none;
+        return step.axis == Axis::self || step.axis == Axis::child || givesAttributes(step.axis);
     }
 
     // The step before must be able to tell which of its nodes lie within one another: it goes down

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <tree/NamespaceNodes.h>
+
 #include "NameResolution.h"
 #include "Parser.h"
 
@@ -22,7 +24,9 @@ std::shared_ptr<Query const> compile(std::wstring_view expression, Namespaces co
 
 tree::Node* selectFirst(Query const& query, tree::Document& document, tree::Node* context) {
     Evaluation const evaluation{document, query.names().resolve(document)};
-    return query.root().first({evaluation, context});
+    tree::Node* const found = query.root().first({evaluation, context});
+    tree::NamespaceNodes::sweep(document, found);
+    return found;
 }
 
 void selectAll(Query const& query, tree::Document& document, tree::Node* context,

@@ -104,13 +104,14 @@ Nodes gather(Step const& step, Evaluation const& evaluation, Nodes const& contex
 
 // Whether results from several contexts come in document order when the contexts do.
 bool keepsOrder(Axis axis, bool nested) noexcept {
-    if (axis == Axis::self || axis == Axis::attribute || axis == Axis::none) return true;
+    if (axis == Axis::self || givesAttributes(axis)) return true;
     return !nested && (axis == Axis::child || goesDown(axis));
 }
 
 bool givesNested(Step const& step, NodeSequence const& contexts, bool single) noexcept {
     switch (step.axis) {
-    case Axis::attribute: return false;
+    case Axis::attribute:
+    case Axis::namespaces: return false;
     case Axis::self:
     case Axis::child: return contexts.nested;
     case Axis::parent:

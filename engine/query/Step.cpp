@@ -12,7 +12,7 @@ namespace {
 bool walkByConditions(Axis axis, Step const& step, Evaluation const& evaluation,
                       tree::Node* context, NodeVisitor visitor) {
     ResolvedTest const test{step.test, evaluation};
-    return walkAxis(axis, context, [&](tree::Node* node) {
+    return walkAxis(axis, evaluation.document, context, [&](tree::Node* node) {
         return test(node) && step.predicates.hold(evaluation, node) && visitor(node);
     });
 }
@@ -23,7 +23,7 @@ bool walkByPosition(Axis axis, Step const& step, Evaluation const& evaluation, t
     ResolvedTest const test{step.test, evaluation};
     Predicates::Cursor cursor{step.predicates};
     bool stopped = false;
-    walkAxis(axis, context, [&](tree::Node* node) {
+    walkAxis(axis, evaluation.document, context, [&](tree::Node* node) {
         if (!test(node)) return false;
         if (cursor.accepts(evaluation, node)) stopped = visitor(node);
         return stopped || cursor.exhausted();
@@ -66,7 +66,7 @@ bool walkBySize(Axis axis, Step const& step, Evaluation const& evaluation, tree:
                 NodeVisitor visitor) {
     ResolvedTest const test{step.test, evaluation};
     std::vector<tree::Node*> candidates;
-    walkAxis(axis, context, [&](tree::Node* node) {
+    walkAxis(axis, evaluation.document, context, [&](tree::Node* node) {
         if (test(node)) candidates.push_back(node);
         return false;
     });

@@ -30,7 +30,8 @@ struct Step {
     bool selectsOne() const noexcept {
         if (axis == Axis::descendantChild) return false; // one from each parent
         return axis == Axis::self || axis == Axis::parent || predicates.selectsOne() ||
-               test.kind == NodeTest::Kind::attributeNamed;
+               test.kind == NodeTest::Kind::attributeNamed ||
+               test.kind == NodeTest::Kind::namespaceNamed;
     }
 
     // From nested context nodes the outermost selects all that the inner ones select.

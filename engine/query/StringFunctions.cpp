@@ -1,6 +1,8 @@
 #include <utility>
 
 #include <tree/Name.h>
+#include <tree/NamespaceLookup.h>
+#include <tree/NamespaceNodes.h>
 
 #include "Characters.h"
 #include "Functions.h"
@@ -132,17 +134,19 @@ std::string_view translate(Context const& context, Arguments const& arguments,
 
 std::string_view localName(Context const& context, Arguments const& arguments, std::string&) {
     tree::Node const* const node = firstNamed(context, arguments);
-    return node != nullptr ? node->name->local : std::string_view{};
+    if (node == nullptr) return {};
+    return tree::isNamespaceNode(node) ? tree::declaredPrefix(node) : node->name->local;
 }
 
 std::string_view namespaceUri(Context const& context, Arguments const& arguments, std::string&) {
     tree::Node const* const node = firstNamed(context, arguments);
-    return node != nullptr ? node->name->uri : std::string_view{};
+    return node != nullptr && !tree::isNamespaceNode(node) ? node->name->uri : std::string_view{};
 }
 
 std::string_view qualifiedName(Context const& context, Arguments const& arguments, std::string&) {
     tree::Node const* const node = firstNamed(context, arguments);
-    return node != nullptr ? node->name->qualified : std::string_view{};
+    if (node == nullptr) return {};
+    return tree::isNamespaceNode(node) ? tree::declaredPrefix(node) : node->name->qualified;
 }
 
 } // namespace tibxml::query::function

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <tree/Editing.h>
+#include <tree/NamespaceNodes.h>
 #include <tree/Navigation.h>
 
 namespace tibxml::tree {
@@ -22,9 +23,10 @@ std::size_t ownHandle(Node const* node) noexcept {
     return node->handle != nullptr ? 1 : 0;
 }
 
-// Handles in a subtree but for the one of its root, attributes included.
-std::size_t countInnerHandles(Node const* subtree) noexcept {
-    std::size_t count = 0;
+// Handles in a subtree but for the one of its root, attributes and namespace nodes included.
+std::size_t countInnerHandles(Document const& document, Node const* subtree) noexcept {
+    std::size_t count =
+        document.namespaceNodes != nullptr ? NamespaceNodes::countHandles(document, subtree) : 0;
     for (Node const* node = subtree; node != nullptr; node = nextInSubtree(node, subtree)) {
         count += ownHandle(node);
         for (Node const* a = node->firstAttribute(); a != nullptr; a = a->next)
@@ -61,7 +63,7 @@ Node* deepestFirst(Node* node) noexcept {
 
 // Everything about a removal that may fail: done before anything changes.
 void noteHandles(Document& document, Node const* subtree) {
-    if (std::size_t const handles = countInnerHandles(subtree); handles != 0)
+    if (std::size_t const handles = countInnerHandles(document, subtree); handles != 0)
         document.detachedHandles[subtree] = handles;
 }
 
@@ -139,6 +141,12 @@ void handleReleased(Document& document, Node* node) noexcept {
     if (!document.detachedHandles.contains(root)) dispose(document, root);
 }
 
+void namespaceHandleReleased(Document& document, Node* node) noexcept {
+    Node* const element = node->parent;
+    NamespaceNodes::release(document, node);
+    if (!isInDocument(element)) releaseInnerHandles(document, rootOf(element), 1);
+}
+
 void pin(Document& document) noexcept {
     ++document.pins;
 }
@@ -157,6 +165,7 @@ void unpin(Document& document) noexcept {
     for (Node* node : waiting)
         destroy(document, node);
     waiting.clear();
+    NamespaceNodes::sweep(document);
     document.movedAway.clear();
 }
 
@@ -186,7 +195,7 @@ void Removal::run() noexcept {
     Node* const node = std::exchange(node_, nullptr);
     if (node == nullptr) return;
     auto const entry = document_.detachedHandles.find(node);
-    entry->second = countInnerHandles(node);
+    entry->second = countInnerHandles(document_, node);
     if (entry->second == 0) document_.detachedHandles.erase(entry);
     takeOut(document_, node);
 }
@@ -219,6 +228,7 @@ void removeChildren(Document& document, Node* parent, Node* attribute) {
 }
 
 void destroy(Document& document, Node* subtree) noexcept {
+    if (document.namespaceNodes != nullptr) NamespaceNodes::forget(document, subtree);
     // Children before parents: every node is left through its next sibling or its parent, which
     // are read before the node goes.
     Node* node = deepestFirst(subtree);

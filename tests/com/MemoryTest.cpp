@@ -195,6 +195,52 @@ TEST_F(Exhausted, WhenMovingWhatAListHolds) {
     EXPECT_EQ(nameOf(nodeAt(item, L"../..")), "other");
 }
 
+TEST_F(Exhausted, WhenMovingFailsTheTargetIsWhole) {
+    Document const other = documentOf(L"<other/>");
+    Node const root = nodeAt(other, L"other");
+    _bstr_t const everything{L"//node() | //@*"};
+    for (std::size_t succeeding = 0; succeeding != 60; ++succeeding) {
+        Document const document = documentOf(sample);
+        Node const moving = nodeAt(document, L"a/c");
+        List const nodes = nodesAt(document, everything);
+        FailingAllocation const failing{succeeding};
+        static_cast<void>(root->appendChild(moving, nullptr));
+    }
+    EXPECT_EQ(setText(root, L""), S_OK);
+    for (int i = 0; i != 20; ++i) {
+        Node made;
+        VARIANT const kind = variantOf(LONG{NODE_ELEMENT});
+        ASSERT_EQ(other->createNode(kind, _bstr_t{L"e"}, nullptr, made.out()), S_OK);
+        ASSERT_EQ(root->appendChild(made, nullptr), S_OK);
+    }
+    EXPECT_EQ(lengthOf(nodesAt(root, L"e").get()), 20);
+}
+
+TEST_F(Exhausted, WhenGettingNamespaces) {
+    Document const other = documentOf(L"<other/>");
+    Node const root = nodeAt(other, L"other");
+    _bstr_t const all{L"//namespace::*"};
+    _bstr_t const one{L"namespace::dt[. = /a/namespace::*]"};
+    Node item;
+    failInTurn([&](IXMLDOMDocument* document) {
+        List nodes;
+        item.reset();
+        HRESULT result = document->selectNodes(all, nodes.out());
+        if (result == S_OK) result = nodes->get_item(2, item.out());
+        return result == S_OK ? c->selectSingleNode(one, item.out()) : result;
+    });
+    EXPECT_EQ(textOf(item), "urn:schemas-microsoft-com:datatypes");
+    failInTurn([&](IXMLDOMDocument* document) {
+        List nodes;
+        HRESULT result = document->selectNodes(all, nodes.out());
+        if (result == S_OK) result = nodes->get_item(2, item.out());
+        if (result == S_OK) result = root->appendChild(c, nullptr);
+        return result == S_OK ? nodes->get_item(3, item.out()) : result;
+    });
+    EXPECT_EQ(nameOf(item), "xmlns:xml");
+    EXPECT_EQ(nameOf(nodeAt(item, L"../..")), "other");
+}
+
 TEST_F(Exhausted, WhenReplacingTheRoot) {
     failInTurn([&](IXMLDOMDocument* document) {
         return document->putref_documentElement(as<IXMLDOMElement>(c.get()));

@@ -9,6 +9,11 @@ constexpr char const* words[] = {"x", "y", "xy z", "1", "2", "10", "-3", "2.5", 
 
 } // namespace
 
+std::string DocumentGenerator::makeWithNamespaces(int elements) {
+    declares_ = true;
+    return make(elements);
+}
+
 std::string DocumentGenerator::make(int elements) {
     left_ = elements;
     std::string out{"<?xml version='1.0'?>"};
@@ -25,6 +30,7 @@ void DocumentGenerator::element(std::string& out, int depth) {
     --left_;
     std::string const name = elementNames[pick(8)];
     out += '<' + name;
+    if (declares_) declarations(out);
     attributes(out);
     out += '>';
     int const parts = pick(depth < 6 ? 6 : 2);
@@ -55,6 +61,18 @@ void DocumentGenerator::attributes(std::string& out) {
     for (char const* name : names)
         if (pick(3) == 0) out.append(" ").append(name).append("='").append(words[pick(9)]) += '\'';
     if (pick(12) == 0) out += pick(2) == 0 ? " xml:lang='en-GB'" : " xml:lang='de'";
+}
+
+void DocumentGenerator::declarations(std::string& out) {
+    constexpr char const* prefixes[] = {"p", "q", "s", "longer"};
+    constexpr char const* uris[] = {"urn:p", "urn:q", "urn:other",
+                                    "urn:a-long-name-of-a-namespace"};
+    for (char const* prefix : prefixes) {
+        if (pick(6) == 0)
+            out.append(" xmlns:").append(prefix).append("='").append(uris[pick(4)]) += '\'';
+    }
+    constexpr char const* defaults[] = {"urn:p", "urn:default"};
+    if (pick(6) == 0) out.append(" xmlns='").append(defaults[pick(2)]) += '\'';
 }
 
 void DocumentGenerator::misc(std::string& out) {

@@ -15,17 +15,22 @@ public:
 
     std::string make(int elements);
 
+    // With declarations on any element, which may change what a prefix means.
+    std::string makeWithNamespaces(int elements);
+
 private:
     int pick(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
 
     void element(std::string& out, int depth);
     void content(std::string& out, int depth);
     void attributes(std::string& out);
+    void declarations(std::string& out);
     void cdata(std::string& out);
     void misc(std::string& out);
 
     std::mt19937 random_;
     int left_ = 0;
+    bool declares_ = false;
 };
 
 } // namespace tibxml::query::test

@@ -16,6 +16,59 @@ std::string ExpressionGenerator::nodes(bool fromAttribute, int depth) {
     return path(fromAttribute, depth);
 }
 
+std::string ExpressionGenerator::namespaces(bool fromAttribute) {
+    constexpr char const* back[] = {"/..",
+                                    "/parent::*",
+                                    "/parent::a",
+                                    "/ancestor::*",
+                                    "/ancestor::node()",
+                                    "/../@*",
+                                    "/../*",
+                                    "/.",
+                                    "/ancestor::*[1]",
+                                    "/../namespace::p",
+                                    "/@*",
+                                    "/*",
+                                    "/following-sibling::*"};
+    constexpr char const* filters[] = {"[namespace::p]",
+                                       "[namespace::*='urn:q']",
+                                       "[count(namespace::*)>3]",
+                                       "[count(namespace::*)=count(*)]",
+                                       "[namespace::longer/..]",
+                                       "[string(namespace::p)='urn:q']",
+                                       "[not(namespace::s)]",
+                                       "[namespace::q=../namespace::q]",
+                                       "[namespace::*[name()=''][.!='urn:p']]"};
+    switch (pick(6)) {
+    case 0: return nodes(fromAttribute, 1) + '/' + namespaceStep();
+    case 1: return "//" + namespaceStep() + oneOf(back);
+    case 2: return "//*" + oneOf(filters) + '/' + namespaceStep();
+    case 3: return "//*" + oneOf(filters);
+    case 4: return nodes(fromAttribute, 1) + " | //" + namespaceStep();
+    default: return "//*/" + namespaceStep() + (chance(50) ? oneOf(back) : "");
+    }
+}
+
+// The peer finds all namespaces by `p:*`.
+std::string ExpressionGenerator::namespaceStep() {
+    constexpr char const* tests[] = {"*", "node()", "p", "q", "xml", "longer", "zz", "text()"};
+    constexpr char const* filters[] = {"[.='urn:p']",
+                                       "[name()='p']",
+                                       "[local-name()='q']",
+                                       "[namespace-uri()='']",
+                                       "[string-length()>6]",
+                                       "[starts-with(name(), 'l')]",
+                                       "[..]",
+                                       "[../@id]",
+                                       "[parent::a]",
+                                       "[ancestor::p:a]",
+                                       "[.!=../namespace::p]",
+                                       "[not(../*)]",
+                                       "[@*]"};
+    std::string const step = "namespace::" + oneOf(tests);
+    return chance(40) ? step + oneOf(filters) : step;
+}
+
 std::string ExpressionGenerator::path(bool fromAttribute, int depth) {
     bool atAttribute = fromAttribute;
     std::string result;

@@ -17,6 +17,9 @@ public:
     // An expression that gives nodes. The context may be an attribute if so said.
     std::string nodes(bool fromAttribute, int depth = 0);
 
+    // The same with the namespace axis somewhere, and no positions that count along it.
+    std::string namespaces(bool fromAttribute);
+
 private:
     int pick(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
 
@@ -36,6 +39,7 @@ private:
     std::string wholeNumber(bool fromAttribute, int depth);
     std::string string(bool fromAttribute, int depth);
     std::string call(bool fromAttribute, int depth);
+    std::string namespaceStep();
 
     template <std::size_t count>
     std::string oneOf(char const* const (&choices)[count]) {

@@ -1,13 +1,17 @@
 #include "Peer.h"
 
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
+#include <tuple>
 
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
 
 #include <tree/Name.h>
+#include <tree/NamespaceLookup.h>
+#include <tree/NamespaceNodes.h>
 
 namespace tibxml::query::test {
 
@@ -21,6 +25,10 @@ xmlChar const* asXml(char const* text) noexcept {
 }
 
 void ignoreError(void*, xmlError*) {}
+
+std::string_view textOf(xmlChar const* text) noexcept {
+    return text != nullptr ? reinterpret_cast<char const*>(text) : "";
+}
 
 bool sameKind(xmlNode const* theirs, tree::Node const* ours) noexcept {
     switch (ours->kind) {
@@ -50,7 +58,8 @@ tree::Node* withoutNamespaces(tree::Node* node) noexcept {
 
 Peer::Peer(std::string const& xml, Tree const& tree)
     : document_{xmlReadMemory(xml.data(), static_cast<int>(xml.size()), nullptr, nullptr,
-                              XML_PARSE_NONET)} {
+                              XML_PARSE_NONET)},
+      tree_{tree.document()} {
     if (document_ == nullptr) throw std::runtime_error{"the peer cannot read the document"};
     pair(reinterpret_cast<xmlNode*>(document_), tree.node());
 }
@@ -61,6 +70,7 @@ Peer::~Peer() {
 
 void Peer::pair(xmlNode* theirs, tree::Node* ours) {
     if (!sameKind(theirs, ours)) throw std::runtime_error{"the trees differ"};
+    places_[ours] = order_.size();
     order_.push_back(ours);
     ours_[theirs] = ours;
     theirs_[ours] = theirs;
@@ -84,6 +94,26 @@ void Peer::pairAttributes(xmlNode* theirs, tree::Node* ours) {
     if (attribute != nullptr) throw std::runtime_error{"the attributes differ"};
 }
 
+// The peer makes a namespace anew whenever it is asked for, with the element in place of the next
+// declaration.
+tree::Node* Peer::counterpart(xmlNode const* theirs) const {
+    if (theirs->type != XML_NAMESPACE_DECL) return ours_.at(theirs);
+    auto const* const space = reinterpret_cast<xmlNs const*>(theirs);
+    auto const* const element = reinterpret_cast<xmlNode const*>(space->next);
+    return tree::NamespaceNodes::get(tree_, ours_.at(element), textOf(space->prefix),
+                                     textOf(space->href));
+}
+
+void Peer::sort(std::vector<tree::Node*>& nodes) const {
+    using Place = std::tuple<std::size_t, bool, std::string_view>;
+    auto const placeOf = [this](tree::Node const* node) -> Place {
+        if (!tree::isNamespaceNode(node)) return {places_.at(node), false, {}};
+        return {places_.at(node->parent), true, tree::declaredPrefix(node)};
+    };
+    std::sort(nodes.begin(), nodes.end(),
+              [&](tree::Node* a, tree::Node* b) { return placeOf(a) < placeOf(b); });
+}
+
 std::optional<std::vector<tree::Node*>> Peer::select(std::string const& expression,
                                                      tree::Node* context) const {
     ContextPtr const xpath{xmlXPathNewContext(document_), &xmlXPathFreeContext};
@@ -99,9 +129,9 @@ std::optional<std::vector<tree::Node*>> Peer::select(std::string const& expressi
     if (object == nullptr || object->type != XPATH_NODESET) return std::nullopt;
     std::vector<tree::Node*> nodes;
     if (object->nodesetval == nullptr) return nodes;
-    xmlXPathNodeSetSort(object->nodesetval);
     for (int i = 0; i < object->nodesetval->nodeNr; ++i)
-        nodes.push_back(ours_.at(object->nodesetval->nodeTab[i]));
+        nodes.push_back(counterpart(object->nodesetval->nodeTab[i]));
+    sort(nodes);
     return nodes;
 }
 

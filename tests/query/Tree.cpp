@@ -6,7 +6,10 @@
 
 #include <reader/Reader.h>
 #include <tree/Editing.h>
+#include <tree/Lifetime.h>
 #include <tree/Name.h>
+#include <tree/NamespaceLookup.h>
+#include <tree/NamespaceNodes.h>
 
 namespace tibxml::query::test {
 
@@ -17,6 +20,10 @@ std::string describeElement(tree::Node const* node) {
     if (tree::Node const* id = tree::findAttribute(node, std::string_view{"id"}))
         text.append("#").append(id->text());
     return text;
+}
+
+std::string describeNamespace(tree::Node const* node) {
+    return std::string{tree::declaredPrefix(node)}.append("=").append(node->text());
 }
 
 std::string enclosed(std::string_view before, std::string_view text, std::string_view after) {
@@ -47,15 +54,18 @@ std::vector<tree::Node*> Tree::select(std::wstring_view expression, tree::Node* 
 
 std::string Tree::describe(std::wstring_view expression, tree::Node* context,
                            Namespaces const& namespaces) const {
+    tree::pin(*document_);
     std::vector<tree::Node*> const nodes = select(expression, context, namespaces);
     tree::Node const* const first = selectFirst(*compile(expression, namespaces), *document_,
                                                 context != nullptr ? context : node());
     std::string text = test::describe(nodes);
     if (first != (nodes.empty() ? nullptr : nodes.front())) text += " but another first";
+    tree::unpin(*document_);
     return text;
 }
 
 std::string describe(tree::Node const* node) {
+    if (tree::isNamespaceNode(node)) return describeNamespace(node);
     switch (node->kind) {
     case tree::NodeKind::element: return describeElement(node);
     case tree::NodeKind::attribute:

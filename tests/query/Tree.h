@@ -39,8 +39,8 @@ private:
     tree::DocumentRef document_;
 };
 
-// name, name#id for an element with an id; @name=value; 'text'; [cdata]; <!--comment-->; <?target
-// data?>; / for the document.
+// name, name#id for an element with an id; @name=value; prefix=uri for a namespace; 'text';
+// [cdata]; <!--comment-->; <?target data?>; / for the document.
 std::string describe(tree::Node const* node);
 
 // Separated by blanks.

@@ -7,7 +7,8 @@
 //   named a; in a detached attribute or text node it selects that node.
 // - An unprefixed name has no namespace. Prefixes come from Namespaces only.
 // - Text and CDATA are separate text nodes. The XML declaration is no node.
-// - Namespace declarations are no attributes, and the namespace axis is empty.
+// - Namespace declarations are no attributes. The namespace axis has one node for each prefix in
+//   scope, by the declarations that the written document will have.
 // - There are no variables, no functions but the core library, and `id()` finds nothing, since
 //   without a document type no attribute is an ID.
 //
@@ -54,11 +55,12 @@ private:
 std::shared_ptr<Query const> compile(std::wstring_view expression, Namespaces const& namespaces);
 
 // The first node in document order that the expression selects from the context node, or null. The
-// search stops there. The context is a node of the document. Throws std::bad_alloc only.
+// search stops there. The context is a node of the document. A node of the namespace axis goes with
+// the next search unless it gets a handle. Throws std::bad_alloc only.
 tree::Node* selectFirst(Query const& query, tree::Document& document, tree::Node* context);
 
 // Appends all selected nodes to `out`, in document order and each once. Throws std::bad_alloc only,
-// and then `out` may have got some of them.
+// and then `out` may have got some of them. Pin the document to keep nodes of the namespace axis.
 void selectAll(Query const& query, tree::Document& document, tree::Node* context,
                std::vector<tree::Node*>& out);
 

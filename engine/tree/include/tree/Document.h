@@ -14,6 +14,8 @@
 
 namespace tibxml::tree {
 
+class NamespaceNodes;
+
 class Document {
 public:
     // A new empty document with one reference, owned by the caller. Throws std::bad_alloc.
@@ -60,6 +62,9 @@ public:
     // And what has become of those that moved to other documents meanwhile: engine objects, which
     // only their owner knows.
     std::unordered_map<Node const*, std::shared_ptr<void>> movedAway;
+
+    // The nodes of the namespace axis, once one was asked for; see NamespaceNodes.h.
+    std::shared_ptr<NamespaceNodes> namespaceNodes;
 
     // What the query layer remembers about this document; valid only for the version it notes
     // itself.

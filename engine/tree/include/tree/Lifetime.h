@@ -11,6 +11,9 @@ namespace tibxml::tree {
 void handleAttached(Document& document, Node* node);
 void handleReleased(Document& document, Node* node) noexcept;
 
+// The latter for a node of the namespace axis.
+void namespaceHandleReleased(Document& document, Node* node) noexcept;
+
 // Between these no node's memory is given back, so that plain pointers to nodes (in the result of a
 // query) stay valid whatever is removed.
 void pin(Document& document) noexcept;

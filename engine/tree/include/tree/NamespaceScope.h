@@ -9,7 +9,7 @@
 
 #include <tree/Name.h>
 
-namespace tibxml::output {
+namespace tibxml::tree {
 
 struct Binding {
     std::string_view prefix; // empty: unprefixed elements
@@ -18,17 +18,17 @@ struct Binding {
 
 class NamespaceScope {
 public:
-    NamespaceScope() { bindings_.push_back({"xml", tree::xmlNamespace}); }
+    NamespaceScope() { bindings_.push_back({"xml", xmlNamespace}); }
 
     // Whether a name written as it is has its own meaning here. Unprefixed attributes are in no
     // namespace, unprefixed elements in the default one. A prefix without a namespace, as a node
     // that was never inserted can have, is left alone.
-    bool suitsElement(tree::Name const& name) noexcept {
+    bool suitsElement(Name const& name) noexcept {
         if (name.uri.empty()) return !hasDefault_ || !name.prefix.empty();
         return suits(name);
     }
 
-    bool suitsAttribute(tree::Name const& name) noexcept {
+    bool suitsAttribute(Name const& name) noexcept {
         return name.uri.empty() || (!name.prefix.empty() && suits(name));
     }
 
@@ -47,10 +47,13 @@ public:
 
     std::size_t size() const noexcept { return bindings_.size(); }
 
+    // All that is declared, nearer declarations after those that they hide.
+    std::vector<Binding> const& bindings() const noexcept { return bindings_; }
+
     bool declaredSince(std::size_t size, std::string_view prefix) const noexcept;
 
 private:
-    bool suits(tree::Name const& name) noexcept {
+    bool suits(Name const& name) noexcept {
         if (&name == suiting_) return true;
         if (uriOf(name.prefix) != name.uri) return false;
         suiting_ = &name;
@@ -59,8 +62,8 @@ private:
 
     std::vector<Binding> bindings_; // the innermost last
     bool hasDefault_ = false;
-    tree::Name const* suiting_ = nullptr; // a name that was found to suit and still does
+    Name const* suiting_ = nullptr; // a name that was found to suit and still does
     std::vector<std::unique_ptr<std::string>> madePrefixes_; // ns1, ns2, …
 };
 
-} // namespace tibxml::output
+} // namespace tibxml::tree

@@ -1,9 +1,9 @@
-#include "NamespaceScope.h"
+#include <tree/NamespaceScope.h>
 
 #include <algorithm>
 #include <utility>
 
-namespace tibxml::output {
+namespace tibxml::tree {
 
 std::string_view NamespaceScope::uriOf(std::string_view prefix) const noexcept {
     auto const found = std::find_if(bindings_.rbegin(), bindings_.rend(),
@@ -46,4 +46,4 @@ bool NamespaceScope::declaredSince(std::size_t size, std::string_view prefix) co
                        [=](Binding const& b) { return b.prefix == prefix; });
 }
 
-} // namespace tibxml::output
+} // namespace tibxml::tree

@@ -1,4 +1,4 @@
-#include "StartTagNames.h"
+#include <tree/StartTagNames.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -6,10 +6,7 @@
 #include <tree/Name.h>
 #include <tree/Navigation.h>
 
-namespace tibxml::output {
-
-using tree::Name;
-using tree::Node;
+namespace tibxml::tree {
 
 namespace {
 
@@ -50,8 +47,7 @@ private:
     std::string_view prefixForElement() {
         Name const& name = *element_.name;
         if (scope_.suitsElement(name)) return keep(name.prefix);
-        if (isFree(name.prefix) && name.uri != tree::xmlNamespace)
-            return add({name.prefix, name.uri});
+        if (isFree(name.prefix) && name.uri != xmlNamespace) return add({name.prefix, name.uri});
         return otherPrefix(name.uri);
     }
 
@@ -59,7 +55,7 @@ private:
         Name const& name = *attribute.name;
         if (scope_.suitsAttribute(name)) {
             keep(name.prefix);
-        } else if (!name.prefix.empty() && isFree(name.prefix) && name.uri != tree::xmlNamespace) {
+        } else if (!name.prefix.empty() && isFree(name.prefix) && name.uri != xmlNamespace) {
             add({name.prefix, name.uri});
         } else {
             names_.changed.push_back({&attribute, otherPrefix(name.uri)});
@@ -149,8 +145,8 @@ StartTagNames resolveNames(Node const& element, std::vector<Binding> const& want
 bool isWritten(Node const& attribute) noexcept {
     if (!attribute.name->declaresNamespace) return true;
     auto const [prefix, uri] = declarationIn(attribute);
-    if (uri == tree::xmlnsNamespace) return false;
-    if ((uri == tree::xmlNamespace) != (prefix == "xml")) return false;
+    if (uri == xmlnsNamespace) return false;
+    if ((uri == xmlNamespace) != (prefix == "xml")) return false;
     if (!prefix.empty()) return !uri.empty() && prefix != "xmlns";
     Node const* const element = attribute.parent;
     Name const& owner = *element->name;
@@ -161,12 +157,12 @@ std::vector<Binding> inheritedNamespaces(Node const& top) {
     std::vector<Binding> above = declaredAbove(top);
     if (above.empty()) return {};
     Usage usage{std::move(above)};
-    for (Node const* node = &top; node != nullptr; node = tree::nextInSubtree(node, &top)) {
-        if (node->is(tree::NodeKind::element)) usage.add(*node->name);
+    for (Node const* node = &top; node != nullptr; node = nextInSubtree(node, &top)) {
+        if (node->is(NodeKind::element)) usage.add(*node->name);
         for (Node const* a = node->firstAttribute(); a != nullptr; a = a->next)
             usage.add(*a->name);
     }
     return usage.used();
 }
 
-} // namespace tibxml::output
+} // namespace tibxml::tree

@@ -7,13 +7,13 @@
 
 #include <tree/Node.h>
 
-#include "NamespaceScope.h"
+#include <tree/NamespaceScope.h>
 
-namespace tibxml::output {
+namespace tibxml::tree {
 
 struct StartTagNames {
     struct AttributePrefix {
-        tree::Node const* attribute;
+        Node const* attribute;
         std::string_view prefix;
     };
 
@@ -25,14 +25,14 @@ struct StartTagNames {
 // Enters the element's own declarations and the added ones into the scope. `wanted` are
 // declarations to be added whether the element needs them or not, unless it gives those prefixes
 // another meaning.
-StartTagNames resolveNames(tree::Node const& element, std::vector<Binding> const& wanted,
+StartTagNames resolveNames(Node const& element, std::vector<Binding> const& wanted,
                            NamespaceScope& scope);
 
 // Whether an attribute is written at all. Declarations that XML forbids, or that would put an
 // element without namespace into one, are left out: names decide, declarations follow.
-bool isWritten(tree::Node const& attribute) noexcept;
+bool isWritten(Node const& attribute) noexcept;
 
 // The namespaces that are declared outside the subtree and used by names in it.
-std::vector<Binding> inheritedNamespaces(tree::Node const& top);
+std::vector<Binding> inheritedNamespaces(Node const& top);
 
-} // namespace tibxml::output
+} // namespace tibxml::tree
