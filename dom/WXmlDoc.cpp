@@ -17,34 +17,32 @@ IUnknown* identityOf(IUnknown* document) {
 
 } // namespace
 
-WXmlDoc::WXmlDoc(bool preserveWhiteSpace_)
-    : cell{std::make_unique<WXmlDocPtr>()},
-      preserveWhiteSpace{preserveWhiteSpace_} {}
+static_assert(sizeof(WXmlDoc) == 3 * sizeof(void*),
+              "the table of functions, one pointer and the flag");
 
-WXmlDoc::WXmlDoc(WXmlDocPtr const& document)
-    : cell{std::make_unique<WXmlDocPtr>(document)},
-      preserveWhiteSpace{false} {}
+WXmlDoc::WXmlDoc(bool preserveWhiteSpace_) : preserveWhiteSpace{preserveWhiteSpace_} {}
+
+WXmlDoc::WXmlDoc(WXmlDocPtr const& document) : slot{document}, preserveWhiteSpace{false} {}
 
 WXmlDoc::WXmlDoc(WXmlDoc const& other)
     : IBackupRestorable{other},
-      cell{std::make_unique<WXmlDocPtr>(other.Document())},
+      slot{other.Document()},
       preserveWhiteSpace{other.preserveWhiteSpace} {}
 
 WXmlDoc::WXmlDoc(WXmlDoc&& other) noexcept
-    : cell{std::move(other.cell)},
+    : slot{std::move(other.slot)},
       preserveWhiteSpace{std::exchange(other.preserveWhiteSpace, false)} {}
 
 WXmlDoc& WXmlDoc::operator=(WXmlDoc const& other) {
     if (this == &other) return *this;
-    if (!cell) cell = std::make_unique<WXmlDocPtr>();
-    *cell = other.Document();
+    slot.Keep(other.Document());
     preserveWhiteSpace = other.preserveWhiteSpace;
     return *this;
 }
 
 WXmlDoc& WXmlDoc::operator=(WXmlDoc&& other) noexcept {
     if (this == &other) return *this;
-    cell = std::move(other.cell);
+    slot = std::move(other.slot);
     std::swap(preserveWhiteSpace, other.preserveWhiteSpace);
     return *this;
 }
@@ -52,14 +50,13 @@ WXmlDoc& WXmlDoc::operator=(WXmlDoc&& other) noexcept {
 WXmlDoc::~WXmlDoc() = default;
 
 void WXmlDoc::Swap(WXmlDoc& other) noexcept {
-    cell.swap(other.cell);
+    slot.Swap(other.slot);
     std::swap(preserveWhiteSpace, other.preserveWhiteSpace);
 }
 
 void WXmlDoc::ReleaseDocument() noexcept {
-    if (!cell) return;
     try {
-        cell->Release();
+        slot.Release();
     } catch (...) {
         // A document that does not let go is kept: there is nobody to tell.
         return;
@@ -77,6 +74,5 @@ bool WXmlDoc::operator!=(WXmlDoc const& other) const {
 }
 
 WXmlDocPtr const& WXmlDoc::Document() const noexcept {
-    static constinit WXmlDocPtr const none;
-    return cell ? *cell : none;
+    return *slot;
 }

@@ -56,9 +56,10 @@ bool save(WXmlDocPtr const& document, _variant_t const& destination) {
 bool WXmlDoc::CreateDocument() noexcept {
     ReleaseDocument();
     auto const create = [this] {
-        if (!cell) cell = std::make_unique<WXmlDocPtr>();
-        HRESULT const created = createEngineDocument(*cell);
-        useNewParser(*cell);
+        WXmlDocPtr document;
+        HRESULT const created = createEngineDocument(document);
+        slot.Keep(std::move(document));
+        useNewParser(Document());
         if (preserveWhiteSpace) Document()->put_preserveWhiteSpace(VARIANT_TRUE);
         return SUCCEEDED(created);
     };

@@ -17,6 +17,8 @@ IUnknown* identityOf(IUnknown* node) noexcept {
 
 } // namespace
 
+static_assert(sizeof(WXmlNode) == sizeof(void*));
+
 WXmlNode::WXmlNode() = default;
 
 WXmlNode::WXmlNode(WXmlNodePtr const& node) : slot{node} {}
@@ -27,7 +29,7 @@ WXmlNode::WXmlNode(WXmlNode&& other) noexcept = default;
 
 WXmlNode& WXmlNode::operator=(WXmlNode const& other) {
     Validate(true);
-    *slot = other.Slot();
+    slot.Keep(other.Slot());
     return *this;
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <cwctype>
 #include <string>
 #include <string_view>
 
@@ -90,6 +91,7 @@ WXPath pathFrom(std::wstring_view text) {
 } // namespace
 
 WXmlNode WXmlNode::CreateChild(wchar_t const* name, wchar_t const* namespaceURI) {
+    Validate(true);
     std::wstring_view const text = name != nullptr ? std::wstring_view{name} : std::wstring_view{};
     if (isPlainName(text)) return AppendElement(EngineString{text}, namespaceURI);
     WXPath const step = WXPath{name}.GetLeaf();
@@ -106,6 +108,7 @@ WXmlNode WXmlNode::AppendElement(EngineString const& name, wchar_t const* namesp
 }
 
 WXmlNode WXmlNode::EnsureDescendantExists(WXPath const& path) noexcept {
+    Validate(true);
     return quietly(WXmlNode{}, [&] { return EnsureSteps(path.ToString().view()); });
 }
 

@@ -54,6 +54,7 @@ void WXmlNode::Prune() noexcept {
 }
 
 void WXmlNode::DeleteChild(WXPath const& path) {
+    Validate(true);
     WXmlNodeList nodes;
     if (!GetNodes(path.GetLeaf(), nodes)) return;
     for (int i = 0; i < nodes.Count(); ++i) {
@@ -96,6 +97,7 @@ WXmlNode WXmlNode::Clone(bool deep) const {
 // NOLINTNEXTLINE(performance-unnecessary-value-param): a handle of its own, as the callers know it
 void WXmlNode::CopyAttributeFrom(WXmlNode source, wchar_t const* name,
                                  wchar_t const* defaultValue) {
+    Validate(true);
     CString const unchanged{defaultValue};
     CString const value = source.Attribute(name).Get<CString>().value_or(unchanged);
     WXmlValueAccessor attribute = Attribute(name);

@@ -2,26 +2,22 @@
 
 #include <TibXml/EngineCall.h>
 
-#include <new>
-
 using tibxml::engine::invoke;
 using tibxml::engine::valueFrom;
 
-WXmlNodeList::WXmlNodeList() : cell{std::make_unique<WXmlNodeListPtr>()} {}
+static_assert(sizeof(WXmlNodeList) == sizeof(void*));
 
-WXmlNodeList::WXmlNodeList(WXmlNodeListPtr const& list)
-    : cell{std::make_unique<WXmlNodeListPtr>(list)} {}
+WXmlNodeList::WXmlNodeList() = default;
 
-// Without memory it is an empty list, as is every list without a cell.
-WXmlNodeList::WXmlNodeList(WXmlNodeList const& other)
-    : cell{new (std::nothrow) WXmlNodeListPtr{other.List()}} {}
+WXmlNodeList::WXmlNodeList(WXmlNodeListPtr const& list) : slot{list} {}
+
+WXmlNodeList::WXmlNodeList(WXmlNodeList const& other) : slot{other.List()} {}
 
 WXmlNodeList::WXmlNodeList(WXmlNodeList&& other) noexcept = default;
 
 WXmlNodeList& WXmlNodeList::operator=(WXmlNodeList const& other) {
     if (this == &other) return *this;
-    if (!cell) cell = std::make_unique<WXmlNodeListPtr>();
-    *cell = other.List();
+    slot.Keep(other.List());
     return *this;
 }
 
@@ -30,7 +26,7 @@ WXmlNodeList& WXmlNodeList::operator=(WXmlNodeList&& other) noexcept = default;
 WXmlNodeList::~WXmlNodeList() = default;
 
 void WXmlNodeList::Swap(WXmlNodeList& other) noexcept {
-    cell.swap(other.cell);
+    slot.Swap(other.slot);
 }
 
 std::uint64_t WXmlNodeList::size() const {
@@ -48,6 +44,5 @@ WXmlNode WXmlNodeList::Node(int index) const {
 }
 
 WXmlNodeListPtr const& WXmlNodeList::List() const noexcept {
-    static constinit WXmlNodeListPtr const none;
-    return cell ? *cell : none;
+    return *slot;
 }

@@ -19,9 +19,10 @@ constexpr int nothingFound = 0;
 } // namespace
 
 WXmlNodePtr WXmlNode::Select(WXPath const& path) const {
+    WXmlNodePtr const& node = Slot();
     WXmlNodePtr found;
     EngineString const expression{path.ToString()};
-    invoke(Slot(), &IXMLDOMNode::selectSingleNode, expression.get(), found.GetAddress());
+    invoke(node, &IXMLDOMNode::selectSingleNode, expression.get(), found.GetAddress());
     return found;
 }
 
@@ -33,8 +34,7 @@ bool WXmlNode::GetNode(WXPath const& path, WXmlNode& node) const noexcept {
     return quietly(false, [&] {
         WXmlNodePtr found = Select(path);
         if (!found) return false;
-        node.Validate(true);
-        *node.slot = std::move(found);
+        node.slot.Keep(std::move(found));
         return true;
     });
 }

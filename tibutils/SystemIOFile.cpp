@@ -1,8 +1,12 @@
 #include <TibXml/tibutils/SystemIOFile.h>
 
+#include <TibXml/platform/Utf.h>
+
 #include "FilePath.h"
 
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <filesystem>
 #include <system_error>
 
@@ -36,10 +40,17 @@ bool ProbeCreateFile(wchar_t const* path) {
     return descriptor >= 0 && ::close(descriptor) == 0;
 }
 
-// unlink() and not remove(), which would take empty directories too.
+// unlink() and not remove(), which would take empty directories too. Needs no memory, so that it
+// works when clearing up because there is none. The system knows no longer paths.
 bool Delete(wchar_t const* path) {
-    auto const file = fileNamedBy(path);
-    return file && ::unlink(file->c_str()) == 0;
+    std::wstring_view const name = path == nullptr ? std::wstring_view{} : path;
+    std::array<char, PATH_MAX> file; // NOLINT(*-member-init): written below
+    auto const size = tibxml::platform::utf8Size(name);
+    if (!size.valid || size.bytes >= file.size()) {
+        return false;
+    }
+    *tibxml::platform::narrowToUtf8(name, file.data()) = '\0';
+    return ::unlink(file.data()) == 0;
 }
 
 bool Exists(wchar_t const* path) {

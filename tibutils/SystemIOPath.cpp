@@ -50,15 +50,21 @@ std::filesystem::path placeOf(wchar_t const* directory) {
 }
 
 // The system chooses the letters, makes the file so that only its owner may use it, and takes other
-// letters as long as somebody was faster. The path of the file, or an empty string.
-std::string makeFile(std::string const& begin, std::string const& end) {
+// letters as long as somebody was faster. The path of the file, or an empty string. Without memory
+// to tell the path there is no file.
+CString makeFile(std::string const& begin, std::string const& end) {
     std::string path = begin + "XXXXXX" + end;
     int const descriptor = ::mkostemps(path.data(), static_cast<int>(end.size()), O_CLOEXEC);
     if (descriptor < 0) {
         return {};
     }
     ::close(descriptor);
-    return path;
+    try {
+        return DataEncoding::Utf8Decode(path);
+    } catch (...) {
+        ::unlink(path.c_str());
+        throw;
+    }
 }
 
 } // namespace
@@ -71,7 +77,7 @@ CString GetTempFileNameW(wchar_t const* directory, wchar_t const* prefix,
     if (place.empty() || !begin || !end) {
         return {};
     }
-    return DataEncoding::Utf8Decode(makeFile((place / *begin).native(), *end));
+    return makeFile((place / *begin).native(), *end);
 }
 
 } // namespace TibUtils::SystemIO::Path

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <TibXml/EnginePtr.h>
+#include <TibXml/EngineSlot.h>
 #include <TibXml/WXPath.h>
 #include <TibXml/platform/CString.h>
 #include <TibXml/platform/Export.h>
 #include <TibXml/platform/Stream.h>
-
-#include <memory>
 
 class WXmlNode;
 class WXmlNodeList;
@@ -68,6 +67,8 @@ public:
     /// No pointer is a flag: neither a path nor an engine's document makes a handle by itself.
     template <class Pointed>
     WXmlDoc(Pointed*) = delete;
+    template <class Interface>
+    WXmlDoc(EnginePtr<Interface> const&) = delete;
 
     WXmlDoc(WXmlDoc const& other);
 
@@ -183,7 +184,6 @@ private:
     bool CreateDocument() noexcept;
     WXmlDocPtr const& Document() const noexcept;
 
-    // On the heap and never shared between handles: what they share is the document.
-    std::unique_ptr<WXmlDocPtr> cell;
+    EngineSlot<WXmlDocPtr> slot;
     bool preserveWhiteSpace;
 };

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <TibXml/EnginePtr.h>
+#include <TibXml/EngineSlot.h>
 #include <TibXml/WXmlNode.h>
 #include <TibXml/platform/Export.h>
 
 #include <compare>
 #include <cstdint>
 #include <iterator>
-#include <memory>
 
 /// A handle on a list of nodes, mostly the result of a query: those nodes as they were when it was
 /// made, in document order. Copies refer to the same list. A new handle, and one that was moved
@@ -49,7 +49,7 @@ public:
 private:
     WXmlNodeListPtr const& List() const noexcept;
 
-    std::unique_ptr<WXmlNodeListPtr> cell;
+    EngineSlot<WXmlNodeListPtr> slot;
 };
 
 /// A place in a list: a random-access iterator that makes the node it gives, so there is no `->`
@@ -65,7 +65,10 @@ struct WXmlNodeList::iterator {
     WXmlNodeList const* list = nullptr;
     std::int64_t index = 0;
 
-    WXmlNode operator*() const { return list->Node(static_cast<int>(index)); }
+    WXmlNode operator*() const {
+        auto const known = static_cast<int>(index);
+        return known == index ? list->Node(known) : WXmlNode{};
+    }
 
     WXmlNode operator[](std::int64_t offset) const { return *(*this + offset); }
 

@@ -5,6 +5,7 @@
 
 namespace {
 
+static_assert(sizeof(WXmlDoc) == 3 * sizeof(void*), "with the table of functions and the flag");
 static_assert(std::is_base_of_v<IBackupRestorable, WXmlDoc>);
 static_assert(std::has_virtual_destructor_v<WXmlDoc>);
 static_assert(!std::has_virtual_destructor_v<IBackupRestorable>);
@@ -12,6 +13,12 @@ static_assert(std::is_nothrow_move_constructible_v<WXmlDoc>);
 static_assert(std::is_nothrow_move_assignable_v<WXmlDoc>);
 static_assert(!std::is_constructible_v<WXmlDoc, wchar_t const*>, "a path is not a flag");
 static_assert(!std::is_constructible_v<WXmlDoc, IXMLDOMDocument3*>, "a document is not a flag");
+static_assert(!std::is_constructible_v<WXmlDoc, WXmlNodePtr>, "a node is not a flag");
+static_assert(!std::is_constructible_v<WXmlDoc, EnginePtr<IXMLDOMDocument> const&>);
+static_assert(!std::is_constructible_v<WXmlDoc, EnginePtr<IXMLDOMDocument2>&>);
+static_assert(std::is_constructible_v<WXmlDoc, WXmlDocPtr&>);
+static_assert(std::is_constructible_v<WXmlDoc, WXmlDocPtr>);
+static_assert(std::is_constructible_v<WXmlDoc, std::nullptr_t>);
 
 // Tells, by loading white space, what the handle's own flag is.
 bool preservesWhiteSpace(WXmlDoc& document) {

@@ -3,7 +3,11 @@
 #include "EngineTest.h"
 #include "FailingAllocation.h"
 
+#include <cstdlib>
+#include <filesystem>
+#include <limits>
 #include <new>
+#include <string>
 
 namespace {
 
@@ -65,7 +69,6 @@ TEST_F(ExhaustedMemory, WhatPromisesAResultRaises) {
     expectRaises(2, [&] { return b.GetName() == L"b"; });
     expectRaises(2, [&] { return !b.GetXML().IsEmpty(); });
     expectRaises(2, [&] { return !document.SaveToString().IsEmpty(); });
-    expectRaises(1, [&] { return b.GetOwnerDocument() == document; });
     expectRaises(2, [&] { return root.GetNodes(path).Count() == 1; });
 }
 
@@ -100,6 +103,38 @@ TEST_F(ExhaustedMemory, WritingRaisesOrFindsNoTarget) {
     EXPECT_EQ(utf8(attribute.GetString()), utf8(text));
 }
 
+// Nothing else than these two is raised, and no memory is needed for the digits themselves.
+TEST_F(ExhaustedMemory, WritingTheGreatestNumberRaisesTheEnginesExceptionOrFindsNoTarget) {
+    WXmlValueAccessor value =
+        b.Attribute(L"@a-new-attribute-with-a-name-too-long-for-any-small-string");
+    failEveryAllocation(1, [&](auto const& failing) {
+        try {
+            value.SetUIntPtr(std::numeric_limits<unsigned long long>::max());
+            return true;
+        } catch (_com_error const& error) {
+            return failing.happened() && error.Error() == E_OUTOFMEMORY;
+        } catch (WXmlValueTypeNotFoundException const&) {
+            return failing.happened();
+        }
+    });
+    EXPECT_EQ(utf8(value.GetString()), "18446744073709551615");
+}
+
+TEST_F(ExhaustedMemory, ABackupIsARecordOrLeavesNoFile) {
+    std::string folder = (std::filesystem::temp_directory_path() / "tibxml-backup-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+    ::setenv("TMPDIR", folder.c_str(), 1);
+    failEveryAllocation(3, [&](auto const& failing) {
+        WDataBackup const* const record = document.Backup();
+        bool const right = record != nullptr || failing.happened();
+        delete record;
+        return right;
+    });
+    EXPECT_TRUE(std::filesystem::is_empty(folder));
+    ::unsetenv("TMPDIR");
+    std::filesystem::remove_all(folder);
+}
+
 TEST_F(ExhaustedMemory, ANodeThatIsHeldNeedsNoMemory) {
     bool isSame = false;
     bool failed = false;
@@ -113,22 +148,37 @@ TEST_F(ExhaustedMemory, ANodeThatIsHeldNeedsNoMemory) {
     EXPECT_FALSE(failed);
 }
 
-TEST_F(ExhaustedMemory, ACopyOfAListWithoutMemoryIsEmptyOrRaises) {
+TEST_F(ExhaustedMemory, HandlesNeedNoMemory) {
     WXmlNodeList const nodes = root.GetNodes(path);
-    expectRaises(1, [&] {
+    bool isSame = false;
+    bool failed = false;
+    {
+        FailingAllocation const failing{0};
         WXmlNodeList const copy = nodes;
-        return copy.Count() == 1 || copy.Count() == 0;
-    });
+        WXmlDoc const same = document;
+        WXmlNodeList list;
+        WXmlDoc other{true};
+        list = copy;
+        other = same;
+        isSame = list.Count() == 1 && other == document && b.GetOwnerDocument() == other;
+        failed = failing.happened();
+    }
+    EXPECT_TRUE(isSame);
+    EXPECT_FALSE(failed);
 }
 
 TEST_F(ExhaustedMemory, ACloneIsWholeOrEmpty) {
-    failEveryAllocation(5, [&](auto const& failing) {
-        return gaveOrRaised(failing, [&] {
-            WXmlDoc const copy = document.Clone();
-            return copy.IsLoaded() ? copy.GetRootNode().GetXML() == root.GetXML()
-                                   : failing.happened();
-        });
+    CString const markup = root.GetXML();
+    failEveryAllocation(4, [&](auto const& failing) {
+        WXmlDoc const copy = document.Clone(); // raises nothing
+        if (copy == WXmlDoc{}) return failing.happened();
+        return gaveOrRaised(failing, [&] { return copy.GetRootNode().GetXML() == markup; });
     });
+}
+
+TEST_F(ExhaustedMemory, AllNodesOfADocumentAreAListOrNone) {
+    WXPath const all{L"//b"};
+    expectAnswers(2, [&] { return document.GetNodes(all).Count() == 2; });
 }
 
 } // namespace

@@ -5,8 +5,7 @@
 
 namespace {
 
-static_assert(sizeof(WXmlNode) == 2 * sizeof(void*),
-              "a reference and whether there is a place for it");
+static_assert(sizeof(WXmlNode) == sizeof(void*));
 static_assert(std::is_nothrow_move_constructible_v<WXmlNode>);
 static_assert(std::is_nothrow_move_assignable_v<WXmlNode>);
 
@@ -177,6 +176,38 @@ Use const uses[] = {
     {"HasChildren", [](WXmlNode& n) { EXPECT_FALSE(n.HasChildren()); }},
     {"GetNumChildren", [](WXmlNode& n) { EXPECT_EQ(n.GetNumChildren(), 0); }},
     {"IsValid", [](WXmlNode& n) { EXPECT_FALSE(n.IsValid()); }},
+    {"EnsureDescendantExists",
+     [](WXmlNode& n) { EXPECT_FALSE(n.EnsureDescendantExists(L"a/b").IsValid()); }},
+    {"EnsureDescendantExists of no path",
+     [](WXmlNode& n) { EXPECT_FALSE(n.EnsureDescendantExists(L"").IsValid()); }},
+    {"CreateChild",
+     [](WXmlNode& n) {
+         EXPECT_EQ(codeOf([&] { n.CreateChild(L"a[@b='c']", nullptr); }), E_POINTER);
+     }},
+    {"Prune", [](WXmlNode& n) { n.Prune(); }},
+    {"DeleteChild", [](WXmlNode& n) { n.DeleteChild(L"a/b"); }},
+    {"DeleteNodes", [](WXmlNode& n) { n.DeleteNodes(L"a/b"); }},
+    {"Graft at an index",
+     [](WXmlNode& n) {
+         WXmlNode parent;
+         n.Graft(parent, 0);
+     }},
+    {"Graft in front of a node",
+     [](WXmlNode& n) {
+         WXmlNode parent;
+         n.Graft(parent, WXmlNode{});
+     }},
+    {"Graft at an index, as the parent", [](WXmlNode& n) { WXmlNode{}.Graft(n, 0); }},
+    {"Graft last, as the parent", [](WXmlNode& n) { WXmlNode{}.Graft(n, -1); }},
+    {"Graft in front of a node, as the parent",
+     [](WXmlNode& n) { WXmlNode{}.Graft(n, WXmlNode{}); }},
+    {"Graft in front of a node, as that node",
+     [](WXmlNode& n) {
+         WXmlNode parent;
+         WXmlNode{}.Graft(parent, n);
+     }},
+    {"Clone", [](WXmlNode& n) { EXPECT_FALSE(n.Clone(true).IsValid()); }},
+    {"CopyAttributeFrom", [](WXmlNode& n) { n.CopyAttributeFrom(WXmlNode{}, L"@a", L""); }},
 };
 
 TEST(NodeHandle, EveryUseTakesMovedFromForEmptyAndRevivesIt) {

@@ -9,6 +9,7 @@ namespace {
 
 using Iterator = WXmlNodeList::iterator;
 
+static_assert(sizeof(WXmlNodeList) == sizeof(void*));
 static_assert(std::random_access_iterator<Iterator>);
 static_assert(std::is_nothrow_move_constructible_v<WXmlNodeList>);
 static_assert(std::is_same_v<decltype(WXmlNodeList{}.size()), std::uint64_t>);
@@ -126,6 +127,17 @@ TEST_F(NodeList, IteratorsMove) {
     EXPECT_EQ(nodes.end() - nodes.begin(), 3);
     EXPECT_TRUE(nodes.begin() < nodes.end());
     EXPECT_EQ(utf8(nodes.begin()[1].GetName()), "b");
+}
+
+// An index is wider than what the list of the engine takes.
+TEST_F(NodeList, IteratorsFarOutsideGiveEmptyHandles) {
+    constexpr std::int64_t wrap = std::int64_t{1} << 32;
+    for (std::int64_t const index :
+         {std::int64_t{-1}, std::int64_t{3}, wrap, wrap + 1, -wrap, 1 - wrap,
+          std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()}) {
+        EXPECT_FALSE((*Iterator{&nodes, index}).IsValid()) << index;
+        EXPECT_FALSE(Iterator(&nodes, 0)[index].IsValid()) << index;
+    }
 }
 
 TEST_F(NodeList, AlgorithmsWork) {
