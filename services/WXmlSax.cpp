@@ -3,10 +3,14 @@
 #include <TibXml/EnginePtr.h>
 #include <TibXml/engine/ISAXXMLReader.h>
 #include <TibXml/platform/CString.h>
+#include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/VariantT.h>
 
 #include <services/WXmlSaxImpl.h>
+
+#include <exception>
+#include <utility>
 
 namespace {
 
@@ -17,6 +21,34 @@ EnginePtr<ISAXXMLReader> createReader() noexcept {
         return {};
     return EnginePtr<ISAXXMLReader>{static_cast<ISAXXMLReader*>(made), false};
 }
+
+/// Stands in for the caller's stream in front of the engine, through which no exception may pass:
+/// one that is thrown by a read ends the parse and is thrown again when that is over.
+class GuardedStream final : public tibxml::platform::ComObject<ISequentialStream> {
+public:
+    explicit GuardedStream(IStream* stream) noexcept : stream_{stream} {}
+
+    HRESULT Read(void* buffer, ULONG count, ULONG* done) noexcept override {
+        try {
+            return stream_->Read(buffer, count, done);
+        } catch (...) {
+            exception_ = std::current_exception();
+            return STG_E_READFAULT;
+        }
+    }
+
+    HRESULT Write(void const* /*buffer*/, ULONG /*count*/, ULONG* /*done*/) noexcept override {
+        return STG_E_ACCESSDENIED;
+    }
+
+    void RethrowException() {
+        if (exception_) std::rethrow_exception(std::exchange(exception_, nullptr));
+    }
+
+private:
+    IStream* stream_;
+    std::exception_ptr exception_;
+};
 
 /// One parse by a reader of its own, which is gone before the exception of a callback goes on.
 template <class Start>
@@ -53,8 +85,13 @@ bool WXmlSax::ParseString(wchar_t const* text) {
 }
 
 bool WXmlSax::ParseIStream(IStream* stream) {
+    EnginePtr<GuardedStream> guarded;
+    if (stream != nullptr) guarded.Attach(new GuardedStream{stream});
     VARIANT input{};
     input.vt = VT_UNKNOWN;
-    input.punkVal = stream;
-    return parse(implementation, [&](ISAXXMLReader& reader) { return reader.parse(input); });
+    input.punkVal = guarded;
+    bool const done =
+        parse(implementation, [&](ISAXXMLReader& reader) { return reader.parse(input); });
+    if (guarded) guarded->RethrowException();
+    return done;
 }

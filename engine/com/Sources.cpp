@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <exception>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -47,14 +48,27 @@ class StreamSource final : public reader::ByteSource {
 public:
     explicit StreamSource(ISequentialStream* stream) noexcept : stream_{stream} {}
 
+    // The parser's C frames call this, through which no exception may pass: one is kept and counts
+    // as a failure.
     std::ptrdiff_t read(char* buffer, std::size_t size) noexcept override {
-        ULONG done = 0;
-        HRESULT const result = stream_->Read(buffer, static_cast<ULONG>(size), &done);
-        return FAILED(result) || done > size ? -1 : static_cast<std::ptrdiff_t>(done);
+        try {
+            ULONG done = 0;
+            HRESULT const result = stream_->Read(buffer, static_cast<ULONG>(size), &done);
+            return FAILED(result) || done > size ? -1 : static_cast<std::ptrdiff_t>(done);
+        } catch (...) {
+            exception_ = std::current_exception();
+            return -1;
+        }
+    }
+
+    // Throws what the stream has thrown.
+    void rethrow() const {
+        if (exception_) std::rethrow_exception(exception_);
     }
 
 private:
     ISequentialStream* stream_;
+    std::exception_ptr exception_;
 };
 
 bool fail(reader::ReadError& error, std::string reason) {
@@ -137,7 +151,9 @@ bool readStream(SourceReader& reader, IUnknown* object, reader::ReadError& error
     ComPtr<ISequentialStream> const stream = streamOf(object);
     if (!stream) return fail(error, "the object is not a stream");
     StreamSource source{stream.get()};
-    return reader.readBytes(source, error);
+    bool const done = reader.readBytes(source, error);
+    source.rethrow();
+    return done;
 }
 
 bool readWide(SourceReader& reader, BSTR text, reader::ReadError& error) {

@@ -41,7 +41,8 @@ std::string existingFile(std::string const& path);
 // Hands the bytes of a file to `use`; false when it cannot be opened. Throws what `use` throws.
 bool useFile(std::string const& path, std::function<void(reader::ByteSource&)> const& use);
 
-// From the current position of an object that offers ISequentialStream or IStream.
+// From the current position of an object that offers ISequentialStream or IStream. Throws what that
+// throws, once the reader is done.
 bool readStream(SourceReader& reader, IUnknown* object, reader::ReadError& error);
 
 // Up to the first NUL.

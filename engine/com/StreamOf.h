@@ -7,8 +7,8 @@
 
 namespace tibxml::com {
 
-// Null when the object is null or no stream.
-inline ComPtr<ISequentialStream> streamOf(IUnknown* object) noexcept {
+// Null when the object is null or no stream. Throws what the object throws.
+inline ComPtr<ISequentialStream> streamOf(IUnknown* object) {
     void* stream = nullptr;
     if (object == nullptr) return {};
     if (FAILED(object->QueryInterface(IID_ISequentialStream, &stream)) &&

@@ -104,7 +104,8 @@ public:
     /// to there were told. The reason is the thread's error information: `GetErrorInfo` gives it,
     /// beginning with the line and column ("3:14: ...") where the document is at fault.
     ///
-    /// They throw what a callback throws, once the parse has been ended, and `std::bad_alloc` or
+    /// They throw what a callback or the stream throws, once the parse has been ended, and
+    /// `std::bad_alloc` or
     /// `_com_error` with `E_OUTOFMEMORY` when a text cannot be copied.
     bool ParseFile(wchar_t const* path);
     bool ParseString(wchar_t const* text);

@@ -1,4 +1,5 @@
 #include "EngineTest.h"
+#include "TestStreams.h"
 
 #include <TibXml/platform/Stream.h>
 #include <TibXml/tibutils/Stream.h>
@@ -6,6 +7,9 @@
 #include <TibXml/tibutils/SystemIOPath.h>
 
 #include <fstream>
+#include <functional>
+#include <new>
+#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -194,6 +198,20 @@ TEST(DocumentLoading, ANullStreamKeepsTheOldContent) {
     EXPECT_FALSE(document.Load(TibUtils::Stream{}));
     EXPECT_TRUE(document == copy);
     EXPECT_FALSE(WXmlDoc::CreateFromStream(nullptr).IsLoaded());
+}
+
+TEST(DocumentLoading, FromAStreamThatThrowsIsFalse) {
+    std::function<void()> const throwers[] = {
+        [] { throw 1; }, [] { throw std::runtime_error{"the line is down"}; },
+        [] { throw std::bad_alloc{}; }, [] { _com_issue_error(E_ABORT); }};
+    for (auto const& thrown : throwers) {
+        for (char const* const bytes : {"", "<a>", "<a>text</a>"}) {
+            WXmlDoc document = loaded(L"<old/>");
+            EXPECT_FALSE(document.Load(throwingStream(bytes, thrown))) << bytes;
+            EXPECT_FALSE(document.IsLoaded()) << bytes;
+            EXPECT_TRUE(document.LoadFromString(L"<new/>")) << bytes;
+        }
+    }
 }
 
 TEST(DocumentLoading, FromAStreamOfTheUtilityLibrary) {

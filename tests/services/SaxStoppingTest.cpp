@@ -1,5 +1,6 @@
 // Callbacks that stop the parse, and callbacks that throw.
 #include "SaxRecorder.h"
+#include "TestStreams.h"
 
 #include <new>
 #include <stdexcept>
@@ -121,6 +122,17 @@ TEST(SaxThrowing, IsForgottenAfterwards) {
     EXPECT_THROW(recorder.sax.ParseString(sample), int);
     recorder.answer = [](std::size_t) { return false; };
     EXPECT_FALSE(recorder.sax.ParseString(sample));
+}
+
+TEST(SaxThrowing, ByTheStreamReachesTheCaller) {
+    SaxRecorder recorder;
+    for (char const* const bytes : {"", "<a>", "<a>text</a>"}) {
+        EXPECT_THROW(recorder.sax.ParseIStream(throwingStream(bytes, [] { throw Thrown{3}; })),
+                     Thrown);
+        EXPECT_THROW(recorder.sax.ParseIStream(throwingStream(bytes, [] { throw 1; })), int);
+        EXPECT_EQ(recorder.take().find("end"), std::string::npos) << bytes;
+    }
+    EXPECT_TRUE(recorder.sax.ParseString(sample));
 }
 
 TEST(SaxThrowing, InAnInnerParseReachesTheOuterCaller) {

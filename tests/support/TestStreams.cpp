@@ -63,6 +63,27 @@ private:
     std::size_t position_ = 0;
 };
 
+class Throwing final : public ReadOnly {
+public:
+    Throwing(std::string bytes, std::function<void()> thrown)
+        : bytes_{std::move(bytes)},
+          thrown_{std::move(thrown)} {}
+
+    // NOLINTNEXTLINE(bugprone-exception-escape): that is what it is for
+    HRESULT Read(void* buffer, ULONG count, ULONG* done) override {
+        if (position_ == bytes_.size()) thrown_();
+        *done = static_cast<ULONG>(std::min<std::size_t>(count, bytes_.size() - position_));
+        std::memcpy(buffer, bytes_.data() + position_, *done);
+        position_ += *done;
+        return S_OK;
+    }
+
+private:
+    std::string const bytes_;
+    std::function<void()> const thrown_;
+    std::size_t position_ = 0;
+};
+
 class Repeating final : public ReadOnly {
 public:
     Repeating(std::string head, std::string part, std::size_t count, std::string tail)
@@ -98,6 +119,10 @@ private:
 
 EnginePtr<IStream> slowStream(std::string bytes, std::size_t step, std::size_t failAfter) {
     return EnginePtr<IStream>{new Slow{std::move(bytes), step, failAfter}, false};
+}
+
+EnginePtr<IStream> throwingStream(std::string bytes, std::function<void()> thrown) {
+    return EnginePtr<IStream>{new Throwing{std::move(bytes), std::move(thrown)}, false};
 }
 
 EnginePtr<IStream> repeatingStream(std::string head, std::string part, std::size_t count,
