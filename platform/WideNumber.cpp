@@ -5,7 +5,6 @@
 #include <charconv>
 #include <clocale>
 #include <cstdlib>
-#include <cstring>
 #include <cwchar>
 #include <cwctype>
 #include <limits>
@@ -58,14 +57,14 @@ Integer parseInteger(wchar_t const* text, wchar_t const** end) noexcept {
     return static_cast<Integer>(negative ? Unsigned{0} - value : value);
 }
 
-/// The decimal separator of the C locale, where it is one character; a full stop otherwise.
+/// The decimal separator of the C locale as wide functions read and write it. What the locale tells
+/// in bytes is of the number category's encoding, which the character category may not know.
 wchar_t decimalSeparator() noexcept {
     auto const* const separator = std::localeconv()->decimal_point;
     if (separator[0] == '.' && separator[1] == '\0') return L'.';
-    wchar_t character = L'.';
-    std::mbstate_t state{};
-    auto const length = std::mbrtowc(&character, separator, std::strlen(separator), &state);
-    return length > 0 && length <= std::strlen(separator) ? character : L'.';
+    std::array<wchar_t, 8> number{};
+    auto const length = std::swprintf(number.data(), number.size(), L"%.1f", 0.5);
+    return length == 3 ? number[1] : L'.';
 }
 
 // 1, 10, 100 … as far as 64 bits reach.

@@ -1,6 +1,5 @@
 #include <TibXml/WXmlValueAccessor.h>
 #include <TibXml/platform/WideNumber.h>
-#include <TibXml/tibutils/String.h>
 
 #include <cwchar>
 
@@ -51,7 +50,7 @@ void WXmlValueAccessor::SetIntPtr(__int64 value) {
 }
 
 void WXmlValueAccessor::SetUIntPtr(unsigned long long value) {
-    Write(EngineString{TibUtils::String::ToStringW(value)}, L"uintptr_t");
+    Write(EngineString{integerText(value).view()}, L"uintptr_t");
 }
 
 void WXmlValueAccessor::SetDouble(double value) {

@@ -41,8 +41,10 @@ VARIANT borrowed(EngineString const& text) noexcept {
 /// Gives an element's attribute a text in one call, which most writes are. False when that did not
 /// work out for whatever reason: going step by step tells which.
 bool setAttribute(WXmlNodePtr const& node, EngineString const& name, EngineString const& text) {
-    auto const element = interfaceOf<IXMLDOMElement>(node);
-    return element && element->setAttribute(name.get(), borrowed(text)) == S_OK;
+    return quietly(false, [&] {
+        auto const element = interfaceOf<IXMLDOMElement>(node);
+        return element && element->setAttribute(name.get(), borrowed(text)) == S_OK;
+    });
 }
 
 } // namespace

@@ -181,19 +181,20 @@ TEST(WideNumber, WritesDoublesAsTheCLibraryDoes) {
               printed(-std::numeric_limits<double>::max()));
 }
 
-/// A locale with a decimal comma, made for this test because few machines have one installed.
-class DecimalComma : public testing::Test {
+/// A locale that is made for the test because few machines have it installed.
+class OtherSeparator : public testing::Test {
 protected:
-    void SetUp() override {
+    void use(int category, std::string const& locale) {
         auto pattern = (std::filesystem::temp_directory_path() / "tibxml-locale-XXXXXX").string();
         folder_ = ::mkdtemp(pattern.data());
-        auto const command = "localedef -i de_DE -f UTF-8 " + folder_ + "/comma >/dev/null 2>&1";
+        auto const command =
+            "localedef -i " + locale + " -f UTF-8 " + folder_ + "/made >/dev/null 2>&1";
         auto const made = std::system(command.c_str()) == 0;
         ::setenv("LOCPATH", folder_.c_str(), 1);
-        if (!made || std::setlocale(LC_ALL, "comma") == nullptr) GTEST_SKIP() << "no such locale";
+        if (!made || std::setlocale(category, "made") == nullptr) GTEST_SKIP() << "no such locale";
     }
 
-    ~DecimalComma() override {
+    ~OtherSeparator() override {
         std::setlocale(LC_ALL, "C");
         ::unsetenv("LOCPATH");
         std::filesystem::remove_all(folder_);
@@ -202,11 +203,24 @@ protected:
     std::string folder_;
 };
 
-TEST_F(DecimalComma, IsUsedInBothDirections) {
+TEST_F(OtherSeparator, IsUsedInBothDirections) {
+    use(LC_ALL, "de_DE");
+    if (IsSkipped()) return;
     EXPECT_EQ(doubleText(-1.5).view(), L"-1,500000");
     EXPECT_EQ(doubleText(1234567.25).view(), L"1234567,250000");
     EXPECT_EQ(_wtof(L"1,5"), 1.5);
     EXPECT_EQ(_wtof(L"1.5"), 1.0);
+}
+
+// Its separator is no character of the "C" character type.
+TEST_F(OtherSeparator, IsThatOfTheNumbersWhateverTheCharacterType) {
+    use(LC_NUMERIC, "ps_AF");
+    if (IsSkipped()) return;
+    for (char const* const type : {"C", "made"}) {
+        ASSERT_NE(std::setlocale(LC_CTYPE, type), nullptr);
+        EXPECT_EQ(doubleText(1.5).view(), L"1\u066B500000") << type;
+        EXPECT_EQ(_wtof(doubleText(1.5)), 1.5) << type;
+    }
 }
 
 } // namespace

@@ -189,6 +189,15 @@ TEST_F(AttributeCreation, TakesOneCallWhenTheEngineHasIt) {
     EXPECT_EQ(element->attribute, L"k=3");
 }
 
+TEST_F(AttributeCreation, AFailureToTellTheInterfacesIsNoTarget) {
+    behaviour->refused = {{IID_IXMLDOMElement, E_UNEXPECTED}};
+    behaviour->codes = {{"attributes", E_UNEXPECTED}};
+    EXPECT_EQ(missingTypeOf([&] { named.SetInt(3); }), "int");
+    behaviour->codes.clear();
+    named.SetInt(3);
+    EXPECT_EQ(attribute->writtenText, L"3");
+}
+
 TEST_F(AttributeCreation, GoesStepByStepWhenTheOneCallFails) {
     fake::Element* element = nullptr;
     auto const node = fake::make<fake::Element, IXMLDOMElement>(behaviour, element);
