@@ -6,16 +6,16 @@
 using tibxml::engine::quietly;
 
 WXmlValueAccessor const WXmlCompositeNode::ReadableAttribute(CString const& name,
-                                                             bool defaultsOnly) const {
+                                                             bool defaultsOnly) const noexcept {
     static WXmlNodePtr const nobody;
     try {
         WXmlNode const* const changed = defaultsOnly ? nullptr : GetReadWriteNode();
         if (changed != nullptr && changed->DoesNodeExist(name)) return changed->Attribute(name);
         if (WXmlNode const* defaults = GetReadOnlyNode()) return defaults->Attribute(name);
     } catch (...) {
-        return {nobody, name}; // as when neither document has the element
+        return {nobody, nullptr}; // as when neither document has the element
     }
-    return {nobody, name};
+    return {nobody, nullptr};
 }
 
 CString WXmlCompositeNode::GetName() const noexcept {

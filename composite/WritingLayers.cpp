@@ -5,10 +5,14 @@
 
 using tibxml::engine::quietly;
 
-WXmlValueAccessor WXmlCompositeNode::WriteableAttribute(CString const& name) const {
+WXmlValueAccessor WXmlCompositeNode::WriteableAttribute(CString const& name) const noexcept {
     static WXmlNodePtr const nobody;
-    if (!CreateReadWriteNode(false, false)) return {nobody, name};
-    return readWriteNode->Attribute(name);
+    try {
+        if (CreateReadWriteNode(false, false)) return readWriteNode->Attribute(name);
+    } catch (...) {
+        return {nobody, nullptr}; // as when the element could not be made
+    }
+    return {nobody, nullptr};
 }
 
 bool WXmlCompositeNode::CreateReadWriteNode(bool copyDefaults, bool copyParent) const noexcept {

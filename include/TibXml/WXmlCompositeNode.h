@@ -56,12 +56,14 @@ public:
     /// Access to an attribute ("@" first) for reading: in the read-write document if it is there
     /// and `defaultsOnly` is false, else in the defaults. An accessor without target when neither
     /// has the element or anything fails. Never throws.
-    WXmlValueAccessor const ReadableAttribute(CString const& name, bool defaultsOnly) const;
+    WXmlValueAccessor const ReadableAttribute(CString const& name,
+                                              bool defaultsOnly) const noexcept;
 
     /// Access to an attribute for writing into the read-write document, where the element is made
     /// now if it is missing. An accessor without target when that fails: its setters throw
-    /// `WXmlValueTypeNotFoundException`.
-    WXmlValueAccessor WriteableAttribute(CString const& name) const;
+    /// `WXmlValueTypeNotFoundException`. Never throws itself. A path that cannot be evaluated is
+    /// one where nothing is found, so each use by another object makes another element.
+    WXmlValueAccessor WriteableAttribute(CString const& name) const noexcept;
 
     /// The name of the element; the empty string when there is none or anything fails.
     CString GetName() const noexcept;

@@ -37,6 +37,18 @@ TEST_F(CompositeNode, ReadsFallBackAndWritesGoToTheUsersDocument) {
     EXPECT_EQ(read(WXmlCompositeNode{defaults, user, L"view"}, L"@a"), 2);
 }
 
+// Nothing is ever found by such a path, so each object makes an element of its own.
+TEST_F(CompositeNode, APathThatCannotBeEvaluatedIsNeverThere) {
+    WXPath const path{L"view[p:a]"};
+    for (int value = 1; value != 3; ++value) {
+        WXmlCompositeNode const view{defaults, user, path};
+        EXPECT_EQ(read(view, L"@a"), -1);
+        EXPECT_EQ(missingTypeOf([&] { view.WriteableAttribute(L"@a").SetInt(value); }), "int");
+    }
+    EXPECT_EQ(rootOf(user), "<u><view/><view/></u>");
+    EXPECT_EQ(codeOf([&] { user.GetRootNode().GetNode(path); }), E_FAIL);
+}
+
 TEST_F(CompositeNode, AWholeChainOfElementsIsMade) {
     WXmlCompositeNode const node{defaults, user, L"a/b[@id='3']/c"};
     node.WriteableAttribute(L"@x").SetInt(1);
