@@ -1,5 +1,6 @@
 #include <TibXml/JsonConversion.h>
 
+#include <TibXml/EngineCall.h>
 #include <TibXml/WXPath.h>
 #include <TibXml/WXmlNode.h>
 #include <TibXml/WXmlNodeList.h>
@@ -11,8 +12,49 @@
 using TibUtils::Variant;
 using TibUtils::Json::Array;
 using TibUtils::Json::Object;
+using tibxml::engine::EngineString;
+using tibxml::engine::NodeAccess;
+
+// The look-ups below are those of the handle, except that they do not take running out of memory
+// for there being nothing.
+struct tibxml::engine::NodeAccess {
+    static WXmlNodePtr const& pointerOf(WXmlNode const& node) { return node.Slot(); }
+};
 
 namespace {
+
+bool requireMemory(HRESULT code) {
+    if (code == E_OUTOFMEMORY) _com_issue_error(code);
+    return SUCCEEDED(code);
+}
+
+bool hasChildren(WXmlNode const& node) {
+    EnginePtr<IXMLDOMNodeList> children;
+    LONG length = 0;
+    return requireMemory(NodeAccess::pointerOf(node)->get_childNodes(children.GetAddress())) &&
+           children && requireMemory(children->get_length(&length)) && length != 0;
+}
+
+void addName(EnginePtr<IXMLDOMNamedNodeMap> const& attributes, LONG index,
+             std::vector<CString>& names) {
+    WXmlNodePtr attribute;
+    EngineString name;
+    if (!requireMemory(attributes->get_item(index, attribute.GetAddress())) || !attribute) return;
+    if (requireMemory(attribute->get_nodeName(name.address()))) names.push_back(name.toCString());
+}
+
+std::vector<CString> namesOfAttributes(WXmlNode const& node) {
+    std::vector<CString> names;
+    EnginePtr<IXMLDOMNamedNodeMap> attributes;
+    LONG length = 0;
+    if (!requireMemory(NodeAccess::pointerOf(node)->get_attributes(attributes.GetAddress())))
+        return names;
+    // Only elements have a map; calling the empty one is what tells the caller.
+    if (!requireMemory(attributes->get_length(&length))) return names;
+    for (LONG index = 0; index < length; ++index)
+        addName(attributes, index, names);
+    return names;
+}
 
 Object attributesOf(WXmlNode const& node, std::vector<CString> const& names) {
     Object attributes;
@@ -24,8 +66,7 @@ Object attributesOf(WXmlNode const& node, std::vector<CString> const& names) {
 /// Adds all but the children.
 void describe(WXmlNode const& node, Object& object) {
     object.AddValue(L"tag", node.GetName());
-    std::vector<CString> names;
-    node.GetAttributes(names);
+    std::vector<CString> const names = namesOfAttributes(node);
     if (!names.empty()) object.AddValue(L"attributes", attributesOf(node, names));
 }
 
@@ -34,7 +75,7 @@ class Conversion {
 public:
     void run(WXmlNode const& node, Object& result) {
         describe(node, result);
-        if (!node.HasChildren()) return;
+        if (!hasChildren(node)) return;
         openChildrenOf(node, {});
         while (open_.size() > 1 || open_.back().next < open_.back().count)
             step();
@@ -73,7 +114,7 @@ private:
     void describeChild(WXmlNode const& node) {
         Object object;
         describe(node, object);
-        if (node.HasChildren()) {
+        if (hasChildren(node)) {
             openChildrenOf(node, std::move(object));
         } else {
             open_.back().children.AddValue(std::move(object));

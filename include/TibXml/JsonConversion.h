@@ -32,8 +32,9 @@ TIBXML_API bool JsonConvertToXml(TibUtils::Variant const& value, CString& xml);
 
 /// Makes `value` the object that describes an element with all elements in it. Always true.
 ///
-/// Throws `_com_error` when the engine fails, with `E_POINTER` for an empty handle and for a node
-/// that is not an element; `WXmlValueTypeNotFoundException` with "string" when the value of an
-/// attribute cannot be read; the integer 0 (an `int`) when the engine gives no list of children.
-/// `value` is then an object with those of "tag" and "attributes" that were had by then.
+/// Throws `_com_error` when the engine fails, with `E_OUTOFMEMORY` or `std::bad_alloc` when there
+/// is no memory for a part of it, with `E_POINTER` for an empty handle and for a node that is not
+/// an element; `WXmlValueTypeNotFoundException` with "string" when the value of an attribute cannot
+/// be read; the integer 0 (an `int`) when the engine gives no list of children. `value` is then an
+/// object with those of "tag" and "attributes" that were had by then.
 TIBXML_API bool JsonConvertFromXml(WXmlNode const& node, TibUtils::Variant& value);

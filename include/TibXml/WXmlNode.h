@@ -16,7 +16,8 @@ class WXmlValueAccessor;
 
 namespace tibxml::engine {
 class EngineString;
-}
+struct NodeAccess;
+} // namespace tibxml::engine
 
 /// A handle on one node of a document: an element, an attribute, a text or any other kind. Copies
 /// refer to the very same node. A node keeps its document alive, and it stays usable after it was
@@ -165,6 +166,8 @@ public:
     void CopyAttributeFrom(WXmlNode source, wchar_t const* name, wchar_t const* defaultValue);
 
 private:
+    friend struct tibxml::engine::NodeAccess;
+
     bool Validate(bool flag) const;
     bool IsAttributeNode() const noexcept;
     WXmlNodePtr const& Slot() const;
