@@ -49,6 +49,7 @@ void ElementLines::begin(int options) {
     handler.initialized = XML_SAX2_MAGIC;
     handler.startElementNs = startElement;
     handler.serror = ignoreError;
+    reader::ThreadErrors const errors{ignoreError, nullptr};
     context_.reset(xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr));
     if (!context_) throw std::bad_alloc{};
     xmlCtxtUseOptions(context_.get(), XML_PARSE_HUGE | XML_PARSE_NONET | options);

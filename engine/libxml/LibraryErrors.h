@@ -21,23 +21,35 @@ inline std::string inOneLine(std::string_view message) {
 }
 
 // What the library cannot tie to one parse, such as bytes that do not convert, it reports to the
-// thread's handler, which prints them unless there is one. Ours is there during a call only.
+// thread's handler, which prints them unless there is one. Ours is there during a call only. So is
+// one that drops the texts which the library prints without saying what they are about.
 class ThreadErrors {
 public:
     ThreadErrors(xmlStructuredErrorFunc handler, void* data) noexcept
         : oldHandler_{xmlStructuredError},
-          oldData_{xmlStructuredErrorContext} {
+          oldData_{xmlStructuredErrorContext},
+          oldTextHandler_{xmlGenericError},
+          oldTextData_{xmlGenericErrorContext} {
         xmlSetStructuredErrorFunc(data, handler);
+        xmlSetGenericErrorFunc(nullptr, drop);
     }
 
     ThreadErrors(ThreadErrors const&) = delete;
     ThreadErrors& operator=(ThreadErrors const&) = delete;
 
-    ~ThreadErrors() { xmlSetStructuredErrorFunc(oldData_, oldHandler_); }
+    ~ThreadErrors() {
+        xmlSetGenericErrorFunc(oldTextData_, oldTextHandler_);
+        xmlSetStructuredErrorFunc(oldData_, oldHandler_);
+    }
 
 private:
+    // NOLINTNEXTLINE(cert-dcl50-cpp): the library calls it with what printf takes
+    static void drop(void* /*data*/, char const* /*format*/, ...) noexcept {}
+
     xmlStructuredErrorFunc oldHandler_;
     void* oldData_;
+    xmlGenericErrorFunc oldTextHandler_;
+    void* oldTextData_;
 };
 
 } // namespace tibxml::reader

@@ -57,6 +57,7 @@ Parser::Parser(ByteSource& source, EncodingRule rule, ReadError& error, xmlSAXHa
     handler.initialized = XML_SAX2_MAGIC;
     handler.internalSubset = ParserCallbacks::documentType;
     handler.serror = ParserCallbacks::error;
+    ThreadErrors const errors{ParserCallbacks::error, this};
     context_.reset(xmlCreateIOParserCtxt(&handler, this, ParserCallbacks::read,
                                          ParserCallbacks::close, this, XML_CHAR_ENCODING_NONE));
     if (!context_) throw std::bad_alloc{};

@@ -72,11 +72,11 @@ private:
     };
 
     xmlSchema* parse() {
+        reader::ThreadErrors const errors{note, this};
         std::unique_ptr<xmlSchemaParserCtxt, FreeParser> const parser{
             xmlSchemaNewParserCtxt(SchemaDocuments::nameOf(0).c_str())};
         if (!parser) throw std::bad_alloc{};
         xmlSchemaSetParserStructuredErrors(parser.get(), note, this);
-        reader::ThreadErrors const errors{note, this};
         ServedDocuments const served{documents_};
         return xmlSchemaParse(parser.get());
     }

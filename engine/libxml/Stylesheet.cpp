@@ -22,14 +22,13 @@
 namespace tibxml::transform {
 
 struct Stylesheet::Compiled {
-    explicit Compiled(xsltStylesheet* sheet) noexcept : style{sheet} {}
-
+    Compiled() noexcept = default;
     Compiled(Compiled const&) = delete;
     Compiled& operator=(Compiled const&) = delete;
 
     ~Compiled() { xsltFreeStylesheet(style); }
 
-    xsltStylesheet* style;
+    xsltStylesheet* style = nullptr;
 };
 
 namespace {
@@ -135,16 +134,15 @@ Stylesheet::Stylesheet(tree::Document& document, std::string location)
       location_{std::move(location)} {
     initializeOnce();
     std::string const url = urlOfStylesheet(location_);
-    LibraryDocument source = toLibrary(document.node(), url);
     TransformErrors const errors{document, url};
+    LibraryDocument source = toLibrary(document.node(), url);
     reader::ThreadInput const files{openLocalFile};
     NumericLocale const numbers;
-    xsltStylesheet* const style = xsltParseStylesheetDoc(source.get());
-    if (style != nullptr) {
-        static_cast<void>(source.release()); // it is the stylesheet's now
-        compiled_ = std::make_unique<Compiled>(style);
-    }
+    compiled_ = std::make_unique<Compiled>(); // before there is something that could be lost
+    compiled_->style = xsltParseStylesheetDoc(source.get());
+    if (compiled_->style != nullptr) static_cast<void>(source.release()); // it is the stylesheet's
     errors.requireMemory();
+    xsltStylesheet* const style = compiled_->style;
     if (style == nullptr || style->errors != 0) throw TransformError{errors.reason()};
     requireRules(style, errors);
 }
@@ -152,6 +150,7 @@ Stylesheet::Stylesheet(tree::Document& document, std::string location)
 Stylesheet::~Stylesheet() = default;
 
 tree::DocumentRef Stylesheet::apply(Source const& source, DocumentFunction permission) const {
+    TransformErrors const errors{*document_, urlOfStylesheet(location_)};
     std::string const url = urlOfSource(source);
     if (!stripsSpaces(compiled_->style))
         return transformed(ReadOnlyCopy{source.node, url}.get(), permission);

@@ -53,7 +53,9 @@ int lengthOf(std::string_view text) {
 // Walks over a tree and plays the parser for the schema processor.
 class Validation {
 public:
-    explicit Validation(Schema const& schema) : context_{xmlSchemaNewValidCtxt(schema.native())} {
+    explicit Validation(Schema const& schema) {
+        reader::ThreadErrors const errors{note, this};
+        context_.reset(xmlSchemaNewValidCtxt(schema.native()));
         if (!context_) throw std::bad_alloc{};
         xmlSchemaSetValidStructuredErrors(context_.get(), note, this);
         plug_.reset(xmlSchemaSAXPlug(context_.get(), &events_, &data_));

@@ -344,6 +344,20 @@ TEST_F(Exhausted, WhenAddingASchema) {
     });
 }
 
+TEST_F(Exhausted, WhenTransforming) {
+    changesNothing = false; // the result takes the place of the document
+    Document const output = documentOf(L"<x/>");
+    failInTurn([&](IXMLDOMDocument* document) {
+        // Compiled anew each time.
+        Document const stylesheet =
+            documentOf(L"<xsl:stylesheet version='1.0' "
+                       L"xmlns:xsl='http://www.w3.org/1999/XSL/Transform'><xsl:template "
+                       L"match='/'><out/></xsl:template></xsl:stylesheet>");
+        return document->transformNodeToObject(stylesheet.get(), variantOf(output.get()));
+    });
+    EXPECT_EQ(xmlOf(output), "<out/>\n");
+}
+
 TEST_F(Exhausted, WhenValidating) {
     auto const schemas = newSchemas();
     Document const schema = documentOf(anySchema);
