@@ -2,10 +2,10 @@
 
 #include <new>
 
+#include <output/ReadableText.h>
 #include <output/WideXml.h>
 #include <query/QueryCache.h>
 #include <tree/Cloning.h>
-#include <tree/TextContent.h>
 
 #include "ChildList.h"
 #include "DocumentObject.h"
@@ -75,7 +75,7 @@ IXMLDOMNode* cloneNode(NodeHandle& handle, bool deep) {
 
 BSTR textOf(NodeHandle& handle) {
     std::string storage;
-    return toBstr(tree::stringValue(handle.node(), storage));
+    return toBstr(output::readableText(handle.storage(), handle.node(), storage));
 }
 
 void setText(NodeHandle& handle, BSTR text) {

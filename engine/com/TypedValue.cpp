@@ -4,10 +4,10 @@
 #include <span>
 
 #include <TibXml/platform/Base64.h>
+#include <output/ReadableText.h>
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
 #include <tree/NamespaceLookup.h>
-#include <tree/TextContent.h>
 
 #include "Failure.h"
 #include "NodeOperations.h"
@@ -129,7 +129,8 @@ void setDataType(NodeHandle& handle, BSTR name) {
 
 VARIANT typedValue(NodeHandle& handle) {
     std::string storage;
-    std::string_view const text = tree::stringValue(handle.node(), storage);
+    // A blank more between two pieces of base64 means nothing.
+    std::string_view const text = output::readableText(handle.storage(), handle.node(), storage);
     if (!isBinary(handle)) return stringVariant(text);
     auto const bytes = platform::decodeBase64(text);
     if (!bytes) throw Failure{E_FAIL, "the text is not base64"};

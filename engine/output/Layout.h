@@ -2,6 +2,7 @@
 // between markup gets the same tree back.
 #pragma once
 
+#include <tree/Name.h>
 #include <tree/Node.h>
 
 namespace tibxml::output {
@@ -21,6 +22,12 @@ inline tree::Node const* firstWritten(tree::Node const& parent) noexcept {
 // around it.
 inline bool allowsBreak(tree::Node const* neighbour) noexcept {
     return neighbour == nullptr || !neighbour->is(tree::NodeKind::text);
+}
+
+// Other values of xml:space than "preserve" and "default" mean nothing, to readers too.
+inline bool isSpaceAttribute(tree::Node const& attribute) noexcept {
+    tree::Name const& name = *attribute.name;
+    return name.local == "space" && name.uri == tree::xmlNamespace;
 }
 
 // Whether a text is the first of a run of adjacent texts which a reader would take for layout, the

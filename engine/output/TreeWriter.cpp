@@ -168,10 +168,8 @@ void TreeWriter::writeAttributes(Node const& element, StartTagNames const& names
     }
 }
 
-// Other values of xml:space mean nothing, to readers too.
 void TreeWriter::noticeSpace(Node const& attribute) noexcept {
-    tree::Name const& name = *attribute.name;
-    if (name.local != "space" || name.uri != tree::xmlNamespace) return;
+    if (!isSpaceAttribute(attribute)) return;
     std::string_view const value = attribute.text();
     if (value == "preserve" || value == "default") keepsBlanks_ = value == "preserve";
 }

@@ -36,6 +36,20 @@ TEST(Nodes, TellWhatTheyAre) {
     }
 }
 
+TEST(Nodes, KeepWordsApartThatStandInLinesOfTheirOwn) {
+    Document const document = documentOf(L"<a>\n<b>Hello</b>\n<i>world</i>\n</a>");
+    EXPECT_EQ(textOf(document), "Hello world");
+    Node const a = nodeAt(document, L"a");
+    EXPECT_EQ(textOf(a), "Hello world");
+    VARIANT typed{};
+    EXPECT_EQ(a->get_nodeTypedValue(&typed), S_OK);
+    EXPECT_EQ(utf8(typed.bstrVal), "Hello world");
+    VariantClear(&typed);
+    EXPECT_NE(nodeAt(document, L"a[. = 'Helloworld']").get(), nullptr) << "XPath has no layout";
+    EXPECT_EQ(setText(a, L" as\n\n written "), S_OK);
+    EXPECT_EQ(textOf(a), " as\n\n written ");
+}
+
 TEST(Nodes, ShowTheDeclarationToListsOnly) {
     Document const document = documentOf(sample);
     List children;
