@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <optional>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 #include <fcntl.h>
@@ -13,6 +15,7 @@
 #include <TibXml/platform/ErrnoResult.h>
 #include <output/Serializer.h>
 
+#include "EncodingProbe.h"
 #include "Failure.h"
 #include "StreamOf.h"
 
@@ -27,8 +30,12 @@ namespace {
 
 class File {
 public:
-    File(char const* path, int flags, mode_t mode) noexcept
-        : descriptor_{::open(path, flags | O_CLOEXEC, mode)} {}
+    File(char const* path, int flags, mode_t mode = 0) noexcept
+        : File{AT_FDCWD, path, flags, mode} {}
+
+    // A relative path starts at the folder.
+    File(int folder, char const* path, int flags, mode_t mode) noexcept
+        : descriptor_{::openat(folder, path, flags | O_CLOEXEC, mode)} {}
 
     File(File const&) = delete;
     File& operator=(File const&) = delete;
@@ -39,8 +46,15 @@ public:
 
     bool isOpen() const noexcept { return descriptor_ >= 0; }
 
-    void setMode(mode_t mode) const {
-        if (::fchmod(descriptor_, mode) != 0) fail(errno, "cannot keep the file's permissions");
+    int descriptor() const noexcept { return descriptor_; }
+
+    // Only some users may give files away; the group alone is more often allowed. What would run
+    // as the owner or group must not do so as another one.
+    void takeOwnerAndMode(struct stat const& of) const {
+        bool const isOwned = ::fchown(descriptor_, of.st_uid, of.st_gid) == 0;
+        if (!isOwned) std::ignore = ::fchown(descriptor_, static_cast<uid_t>(-1), of.st_gid);
+        if (::fchmod(descriptor_, of.st_mode & (isOwned ? 07777U : 0777U)) != 0)
+            fail(errno, "cannot keep the file's permissions");
     }
 
     void write(std::string_view bytes) const {
@@ -93,38 +107,55 @@ private:
     ISequentialStream& stream_;
 };
 
-// A file beside its target, under a name that nobody has, until it takes the target's place.
+// A file beside its target, under a name that nobody has, until it takes the target's place. Names
+// are looked up from the folder, so neither they nor the path get longer than the target's own.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(std::string const& target) : path_{unusedName(target)} {}
+    // The permissions are those of a new file of this process, or stricter.
+    TemporaryFile(std::filesystem::path const& target, mode_t mode)
+        : folder_{folderOf(target).c_str(), O_PATH | O_DIRECTORY},
+          target_{target.filename()} {
+        if (!folder_.isOpen()) fail(errno, "cannot use the folder");
+        make(mode);
+    }
 
     TemporaryFile(TemporaryFile const&) = delete;
     TemporaryFile& operator=(TemporaryFile const&) = delete;
 
     ~TemporaryFile() {
-        if (!path_.empty()) ::unlink(path_.c_str());
+        if (!name_.empty()) ::unlinkat(folder_.descriptor(), name_.c_str(), 0);
     }
 
-    File open() const { return File{path_.c_str(), O_WRONLY | O_TRUNC, 0}; }
+    File& file() noexcept { return *file_; }
 
-    void replace(std::string const& target) {
-        if (::rename(path_.c_str(), target.c_str()) != 0) fail(errno, "cannot replace the file");
-        path_.clear();
+    void replaceTarget() {
+        int const folder = folder_.descriptor();
+        if (::renameat(folder, name_.c_str(), folder, target_.c_str()) != 0)
+            fail(errno, "cannot replace the file");
+        name_.clear();
     }
 
 private:
-    // The file is made with the permissions of a new file of this process.
-    static std::string unusedName(std::string const& target) {
+    static std::filesystem::path folderOf(std::filesystem::path const& target) {
+        return target.has_parent_path() ? target.parent_path() : ".";
+    }
+
+    void make(mode_t mode) {
         for (unsigned attempt = 0;; ++attempt) {
-            std::string name =
-                target + ".new" + std::to_string(::getpid()) + "." + std::to_string(attempt);
-            File const file{name.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666};
-            if (file.isOpen()) return name;
+            std::string name = ".new" + std::to_string(::getpid()) + "." + std::to_string(attempt);
+            file_.emplace(folder_.descriptor(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL, mode);
+            if (file_->isOpen()) {
+                name_ = std::move(name);
+                return;
+            }
             if (errno != EEXIST || attempt == 1000) fail(errno, "cannot make a file there");
         }
     }
 
-    std::string path_;
+    File folder_;
+    std::filesystem::path target_;
+    std::string name_; // empty when there is no such file
+    std::optional<File> file_;
 };
 
 // The file that a path means in the end, which need not be there yet, so that a link is followed
@@ -140,22 +171,21 @@ std::filesystem::path resolved(std::filesystem::path path) {
     return path;
 }
 
-void replaceFile(tree::Document const& document, std::string const& target,
+// What replaces a file is read by nobody who might not have read that one.
+void replaceFile(tree::Document const& document, std::filesystem::path const& target,
                  struct stat const* old) {
-    TemporaryFile temporary{target};
-    File file = temporary.open();
-    if (!file.isOpen()) fail(errno, "cannot write the file");
-    FileSink sink{file};
+    TemporaryFile temporary{target, old != nullptr ? 0600U : 0666U};
+    FileSink sink{temporary.file()};
     output::writeFile(document, sink);
-    if (old != nullptr) file.setMode(old->st_mode & 07777U);
-    file.finish();
-    temporary.replace(target);
+    if (old != nullptr) temporary.file().takeOwnerAndMode(*old);
+    temporary.file().finish();
+    temporary.replaceTarget();
 }
 
 void writeInPlace(tree::Document const& document, std::string const& target) {
     std::string bytes;
     output::appendFile(document, bytes);
-    File const file{target.c_str(), O_WRONLY, 0};
+    File const file{target.c_str(), O_WRONLY};
     if (!file.isOpen()) fail(errno, "cannot open the file");
     file.write(bytes);
 }
@@ -164,17 +194,19 @@ void writeInPlace(tree::Document const& document, std::string const& target) {
 
 void saveToFile(tree::Document const& document, std::string const& path) {
     if (path.empty()) fail(ENOENT, "cannot write the file");
-    std::string const target = resolved(path).native();
+    checkReadBack(document);
+    std::filesystem::path const target = resolved(path);
 
     struct stat old {};
 
     bool const exists = ::stat(target.c_str(), &old) == 0;
     if (exists && S_ISDIR(old.st_mode)) fail(EISDIR, "cannot write the file");
-    if (exists && !S_ISREG(old.st_mode)) return writeInPlace(document, target);
+    if (exists && !S_ISREG(old.st_mode)) return writeInPlace(document, target.native());
     replaceFile(document, target, exists ? &old : nullptr);
 }
 
 void saveToStream(tree::Document const& document, IUnknown* object) {
+    checkReadBack(document);
     // All of it before the caller's object, which may change the document, is called at all.
     std::string bytes;
     output::appendFile(document, bytes);

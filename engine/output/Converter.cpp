@@ -15,6 +15,10 @@ constexpr std::size_t failed = static_cast<std::size_t>(-1);
 
 iconv_t const noConverter = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
 
+void close(iconv_t handle) noexcept {
+    if (handle != noConverter) iconv_close(handle);
+}
+
 // The interface asks for a pointer to characters that it never changes.
 char* readOnly(std::string_view text) noexcept {
     return const_cast<char*>(text.data()); // NOLINT(cppcoreguidelines-pro-type-const-cast)
@@ -22,13 +26,18 @@ char* readOnly(std::string_view text) noexcept {
 
 } // namespace
 
-Converter::Converter(std::string const& encoding) : handle_{iconv_open(encoding.c_str(), "UTF-8")} {
-    if (handle_ == noConverter)
-        throw EncodingError{"a document cannot be saved in the unknown encoding " + encoding};
+Converter::Converter(std::string const& encoding)
+    : handle_{iconv_open(encoding.c_str(), "UTF-8")},
+      back_{iconv_open("UTF-8", encoding.c_str())} {
+    if (handle_ != noConverter && back_ != noConverter) return;
+    close(handle_);
+    close(back_);
+    throw EncodingError{"a document cannot be saved in the unknown encoding " + encoding};
 }
 
 Converter::~Converter() {
-    iconv_close(handle_);
+    close(handle_);
+    close(back_);
 }
 
 bool Converter::canConvert(std::string_view character) {
@@ -39,7 +48,20 @@ bool Converter::canConvert(std::string_view character) {
     std::size_t inLeft = character.size();
     std::size_t outLeft = scratch.size();
     // Some characters are dropped in silence, and that is not having them.
-    return iconv(handle_, &in, &inLeft, &out, &outLeft) == 0 && outLeft < scratch.size();
+    return iconv(handle_, &in, &inLeft, &out, &outLeft) == 0 && outLeft < scratch.size() &&
+           isReadAs(character, {scratch.data(), scratch.size() - outLeft});
+}
+
+bool Converter::isReadAs(std::string_view character, std::string_view bytes) {
+    iconv(back_, nullptr, nullptr, nullptr, nullptr);
+    std::array<char, 32> scratch;
+    char* in = readOnly(bytes);
+    char* out = scratch.data();
+    std::size_t inLeft = bytes.size();
+    std::size_t outLeft = scratch.size();
+    return iconv(back_, &in, &inLeft, &out, &outLeft) != failed &&
+           iconv(back_, nullptr, nullptr, &out, &outLeft) != failed &&
+           std::string_view{scratch.data(), scratch.size() - outLeft} == character;
 }
 
 void Converter::convert(std::string_view utf8, Sink& bytes) {

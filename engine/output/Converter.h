@@ -1,4 +1,4 @@
-// One direction of the system's character set conversion: from UTF-8.
+// The system's character set conversion from UTF-8.
 #pragma once
 
 #include <string>
@@ -16,7 +16,8 @@ public:
     Converter& operator=(Converter const&) = delete;
     ~Converter();
 
-    // Whether the encoding has this one character. Forgets what was converted before.
+    // Whether the encoding has this one character, so that it is the same one when it is read:
+    // some have bytes for two and give the other one back. Forgets what was converted before.
     bool canConvert(std::string_view character);
 
     // Converts a piece of whole characters, and at the end what brings an encoding with shift
@@ -26,7 +27,10 @@ public:
     void finish(Sink& bytes);
 
 private:
+    bool isReadAs(std::string_view character, std::string_view bytes);
+
     void* handle_;
+    void* back_;
 };
 
 } // namespace tibxml::output

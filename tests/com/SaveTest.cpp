@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include <limits.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/Stream.h>
@@ -90,6 +92,39 @@ TEST_F(Saving, WritesTheDeclaredEncoding) {
     }
 }
 
+// Whatever the encoding: what was saved is read again, or nothing was saved.
+TEST_F(Saving, RefusesEncodingsThatCannotBeReadAgain) {
+    struct Row {
+        wchar_t const* encoding;
+        bool isReadable;
+    };
+
+    Row const rows[] = {
+        {L"UTF-7", false},       {L"utf-7", false},      {L"SHIFT_JISX0213", true},
+        {L"ISO-2022-KR", false}, {L"UTF-32LE", false},   {L"UTF-16LE", true},
+        {L"ISO-2022-JP", true},  {L"Shift_JIS", true},   {L"EUC-JP", true},
+        {L"GB18030", true},      {L"BIG5", true},        {L"EUC-KR", true},
+        {L"windows-1252", true}, {L"ISO-8859-15", true}, {L"KOI8-R", true},
+        {L"utf8", true},         {L"iso-8859-1", true},  {L"ISO8859-1", true},
+    };
+    for (Row const& row : rows) {
+        std::wstring const xml = L"<?xml version='1.0' encoding='" + std::wstring{row.encoding} +
+                                 L"'?><a>+-\\~<b/>\u3042 x\u00E4</a>";
+        Document const source = documentOf(xml.c_str());
+        write("out.xml", "old");
+        EXPECT_EQ(saveAs(source, "out.xml"), row.isReadable ? S_OK : E_FAIL) << utf8(row.encoding);
+        if (!row.isReadable) {
+            EXPECT_NE(takeErrorText().find("encoding"), std::string::npos) << utf8(row.encoding);
+            EXPECT_EQ(contentOf("out.xml"), "old") << utf8(row.encoding);
+            continue;
+        }
+        VARIANT_BOOL done = VARIANT_FALSE;
+        Document const again = newDocument();
+        EXPECT_EQ(again->load(variantOf(_bstr_t{path("out.xml").wstring().c_str()}), &done), S_OK);
+        EXPECT_EQ(textOf(again), textOf(source)) << utf8(row.encoding);
+    }
+}
+
 TEST_F(Saving, OfAnEmptyDocumentGivesAnEmptyFile) {
     write("out.xml", "old");
     EXPECT_EQ(saveAs(newDocument(), "out.xml"), S_OK);
@@ -127,6 +162,83 @@ TEST_F(Saving, GivesNewFilesTheModeOfTheProcess) {
     EXPECT_EQ(saveAs(document, "out.xml"), S_OK);
     ::umask(old);
     EXPECT_EQ(modeOf("out.xml"), perms{0640});
+}
+
+TEST_F(Saving, KeepsTheOwner) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only root may give files away";
+    write("out.xml", "old");
+    ASSERT_EQ(::chown(path("out.xml").c_str(), 1234, 2345), 0);
+    ASSERT_EQ(::chmod(path("out.xml").c_str(), 02640), 0);
+    EXPECT_EQ(saveAs(document, "out.xml"), S_OK);
+
+    struct stat now {};
+
+    ASSERT_EQ(::stat(path("out.xml").c_str(), &now), 0);
+    EXPECT_EQ(now.st_uid, 1234U);
+    EXPECT_EQ(now.st_gid, 2345U);
+    EXPECT_EQ(now.st_mode & 07777U, 02640U);
+    EXPECT_EQ(contentOf("out.xml"), "<a>\u00E4</a>\n");
+}
+
+// Whoever may write into the folder may save, also over what somebody else owns.
+TEST_F(Saving, NeedsNoRightToGiveFilesAway) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only root can be somebody else for a while";
+    write("out.xml", "old");
+    ASSERT_EQ(::chmod(path("out.xml").c_str(), 04755), 0);
+    ASSERT_EQ(::chown(path("").c_str(), 1234, 1234), 0);
+    ASSERT_EQ(::seteuid(1234), 0);
+    HRESULT const result = saveAs(document, "out.xml");
+    ASSERT_EQ(::seteuid(0), 0);
+    EXPECT_EQ(result, S_OK);
+
+    struct stat now {};
+
+    ASSERT_EQ(::stat(path("out.xml").c_str(), &now), 0);
+    EXPECT_EQ(now.st_uid, 1234U);
+    EXPECT_EQ(now.st_mode & 07777U, 0755U) << "nothing runs as somebody else now";
+    EXPECT_EQ(contentOf("out.xml"), "<a>\u00E4</a>\n");
+}
+
+TEST_F(Saving, TakesEveryNameThatTheFileSystemTakes) {
+    std::string const longest(255, 'n');
+    for (std::string const& name : {longest, std::string{"n"}, std::string{" a\n\\b"}}) {
+        for (int i = 0; i != 2; ++i)
+            EXPECT_EQ(saveAs(document, name.c_str()), S_OK) << name;
+        EXPECT_EQ(contentOf(name), "<a>\u00E4</a>\n");
+    }
+    EXPECT_EQ(fileCount(), 3);
+    EXPECT_LT(saveAs(document, (longest + "n").c_str()), 0);
+    EXPECT_EQ(fileCount(), 3) << "nothing is left behind";
+}
+
+TEST_F(Saving, TakesPathsAsLongAsTheSystemDoes) {
+    std::string folder = path("").string();
+    while (folder.size() < PATH_MAX - 300)
+        folder += std::string(200, 'd') + "/";
+    folder += std::string(PATH_MAX - folder.size() - 3, 'e') + "/";
+    ASSERT_TRUE(std::filesystem::create_directories(folder.substr(0, folder.size() - 1)));
+    std::string const longest = folder + "f";
+    ASSERT_EQ(longest.size(), PATH_MAX - 1U);
+    EXPECT_EQ(save(document, longest), S_OK);
+    EXPECT_EQ(save(document, longest), S_OK);
+    EXPECT_EQ(std::filesystem::file_size(longest), 10U);
+}
+
+TEST_F(Saving, LeavesOtherHardLinksTheOldContent) {
+    write("out.xml", "old");
+    std::filesystem::create_hard_link(path("out.xml"), path("other.xml"));
+    EXPECT_EQ(saveAs(document, "out.xml"), S_OK);
+    EXPECT_EQ(contentOf("out.xml"), "<a>\u00E4</a>\n");
+    EXPECT_EQ(contentOf("other.xml"), "old");
+}
+
+TEST_F(Saving, WorksInTheCurrentFolder) {
+    std::filesystem::path const before = std::filesystem::current_path();
+    std::filesystem::current_path(path(""));
+    HRESULT const result = save(document, "out.xml");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(result, S_OK);
+    EXPECT_EQ(contentOf("out.xml"), "<a>\u00E4</a>\n");
 }
 
 TEST_F(Saving, FollowsLinks) {
