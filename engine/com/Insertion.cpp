@@ -1,5 +1,7 @@
 #include "Insertion.h"
 
+#include <reader/ReadError.h>
+#include <tree/Depth.h>
 #include <tree/Lifetime.h>
 #include <tree/NamespaceLookup.h>
 #include <tree/NamespaceNodes.h>
@@ -55,11 +57,13 @@ bool isWithin(tree::Node const* node, tree::Node const* ancestor) noexcept {
     return ancestor->firstChild() == nullptr ? node == ancestor : tree::isInSubtree(node, ancestor);
 }
 
-void checkPlace(tree::Node const* parent, tree::Node const* child, tree::Node const* before) {
+void checkPlace(tree::Node const* parent, tree::Node* child, tree::Node const* before) {
     check(parent->hasChildList(), "the node cannot have children");
     check(!child->is(NodeKind::attribute) && !child->is(NodeKind::document),
           "attributes and documents cannot be children");
     check(!isWithin(parent, child), "a node cannot be put into itself");
+    check(tree::fitsBelow(parent, child, reader::maximumDepth),
+          "elements would be nested deeper than in a document that loads");
     if (parent->is(NodeKind::document)) {
         checkTopLevel(parent, child, before);
     } else {

@@ -48,6 +48,7 @@ void putInto(Node* parent, Node* node, Node* before) noexcept {
     } else {
         linkLast(first, parent, node);
     }
+    raiseLevels(parent, node);
 }
 
 void freeText(Document& document, Node const& node) noexcept {

@@ -120,14 +120,42 @@ TEST(NodeCreation, APathOf100000StepsIsRefusedOrAnsweredLikeAShortOne) {
     EXPECT_EQ(xmlOf(root), "<r/>");
 }
 
-TEST(NodeCreation, APathThatIsDeeperThanTheStackIsMade) {
-    std::wstring const path = steps(100'000);
+TEST(NodeCreation, APathIsMadeAsDeepAsADocumentMayBe) {
     WXmlDoc const document = loaded(L"<r/>");
     WXmlNode root = document.GetRootNode();
+    std::wstring const path = steps(255);
     WXmlNode const made = root.EnsureDescendantExists(path.c_str());
     ASSERT_TRUE(made.IsValid());
     EXPECT_TRUE(root.GetNodeNoThrow(path.c_str()) == made);
     EXPECT_FALSE(made.HasChildren());
+    EXPECT_TRUE(loaded(document.SaveToString()).GetRootNode().DoesNodeExist(path.c_str()));
+}
+
+TEST(NodeCreation, APathThatIsDeeperIsRefusedWhereTheDocumentEnds) {
+    for (int const count : {256, 100'000}) {
+        WXmlDoc const document = loaded(L"<r/>");
+        WXmlNode root = document.GetRootNode();
+        EXPECT_FALSE(root.EnsureDescendantExists(steps(count).c_str()).IsValid());
+        EXPECT_TRUE(root.DoesNodeExist(steps(255).c_str())) << "what was made stays";
+        EXPECT_FALSE(root.DoesNodeExist(steps(256).c_str()));
+        EXPECT_TRUE(WXmlDoc::CreateFromString(document.SaveToString()).IsLoaded());
+        WXmlNode deepest = root.GetNode(steps(255).c_str());
+        EXPECT_EQ(codeOf([&] { deepest.CreateChild(L"a", nullptr); }), E_FAIL);
+        EXPECT_FALSE(deepest.HasChildren());
+    }
+}
+
+TEST(NodeCreation, AGraftThatWouldBeTooDeepChangesNothing) {
+    WXmlDoc const document = loaded(L"<r><b><c/></b></r>");
+    WXmlNode root = document.GetRootNode();
+    WXmlNode deepest = root.EnsureDescendantExists(steps(254).c_str());
+    WXmlNode b = root.GetNode(L"b");
+    std::string const before = xmlOf(root);
+    b.Graft(deepest, -1);
+    EXPECT_EQ(xmlOf(root), before);
+    WXmlNode c = root.GetNode(L"b/c");
+    c.Graft(deepest, -1);
+    EXPECT_TRUE(c.GetParentNode() == deepest);
 }
 
 struct Child {

@@ -73,7 +73,7 @@ TEST(Limit, longPathsWork) {
     EXPECT_EQ(tree.describe(repeated(L"../", many) + L"a"), "");
 }
 
-// Trees made by editing have no limit on their depth.
+// Far deeper than what is loaded or made by editing.
 TEST(Limit, deepTreesWork) {
     Tree const tree{"<a/>"};
     tree::Document& document = tree.document();

@@ -59,9 +59,9 @@ TEST(JsonConvertFromXml, ReplacesWhatTheValueWas) {
     EXPECT_EQ(TibUtils::Json::Write(value), R"({"tag":"b"})");
 }
 
-// Elements deeper than a document may be that is loaded, doubled again and again.
+// As deep as elements may lie, doubled again and again.
 TEST(JsonConvertFromXml, DescribesAnyDepth) {
-    constexpr int doublings = 17;
+    constexpr int doublings = 8;
     WXmlDoc const document = loaded(L"<a><a/></a>");
     WXmlNode const root = document.GetRootNode();
     WXmlNode deepest = root.GetNode(L"a");

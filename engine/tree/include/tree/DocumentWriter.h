@@ -2,6 +2,7 @@
 // text is stored once.
 #pragma once
 
+#include <algorithm>
 #include <string_view>
 
 #include <tree/Document.h>
@@ -56,6 +57,7 @@ public:
     void closeElement() noexcept {
         last_ = parent_;
         parent_ = parent_->parent;
+        parent_->levels = std::max(parent_->levels, oneLevelMore(last_->levels));
         --depth_;
     }
 

@@ -27,6 +27,20 @@ inline void linkLast(Node*& first, Node* parent, Node* node) noexcept {
     first->previous = node;
 }
 
+inline std::uint8_t oneLevelMore(std::uint8_t levels) noexcept {
+    return levels == 255 ? levels : static_cast<std::uint8_t>(levels + 1);
+}
+
+// What Node::levels says of the elements around an element that has come to a parent.
+inline void raiseLevels(Node* parent, Node const* child) noexcept {
+    if (!child->is(NodeKind::element)) return;
+    std::uint8_t levels = oneLevelMore(child->levels);
+    for (; parent != nullptr && parent->levels < levels; parent = parent->parent) {
+        parent->levels = levels;
+        levels = oneLevelMore(levels);
+    }
+}
+
 // The rest of a subtree whose top has just come into the document's tree, or left it.
 void toggleInDocument(Node* top) noexcept;
 
@@ -48,6 +62,7 @@ Node* newProcessingInstruction(Document& document, Name* target, std::string_vie
 inline void appendChild(Document& document, Node* parent, Node* child) noexcept {
     document.touch();
     linkLast(parent->content.links.firstChild, parent, child);
+    raiseLevels(parent, child);
     followParent(parent, child);
 }
 

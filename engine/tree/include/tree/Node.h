@@ -64,13 +64,13 @@ struct Node {
     NodeKind kind;
     std::uint8_t flags;        // of NodeFlag
     std::uint8_t inlineLength; // see Content
-    std::uint8_t reserved;
-    std::uint32_t order; // position in document order, valid as DocumentOrder.h tells
-    Name* name;          // element, attribute, processing instruction (its target); else null
-    Node* parent;        // of an attribute: its element; null when detached and for the document
-    Node* next;          // null for the last sibling
-    Node* previous;      // the first sibling's previous is the last one; a lone node's is itself
-    void* handle;        // the live engine object for this node, or null; owned elsewhere
+    std::uint8_t levels;       // of elements below an element, at most; see Depth.h
+    std::uint32_t order;       // position in document order, valid as DocumentOrder.h tells
+    Name* name;                // element, attribute, processing instruction (its target); else null
+    Node* parent;   // of an attribute: its element; null when detached and for the document
+    Node* next;     // null for the last sibling
+    Node* previous; // the first sibling's previous is the last one; a lone node's is itself
+    void* handle;   // the live engine object for this node, or null; owned elsewhere
     Content content;
 
     bool is(NodeKind k) const noexcept { return kind == k; }
