@@ -15,15 +15,23 @@ namespace tibxml::com {
 
 namespace {
 
-// The attribute whose place an attribute of this name would take, null when it would be a new one.
-// Throws Failure when the element cannot have it.
-tree::Node* placeFor(tree::Node* element, tree::Node const* attribute, tree::Name const* name) {
+struct Place {
+    tree::Name* name;
+    tree::Node* old; // whose place it is; null for a new one
+};
+
+// The place of an attribute on an element and the name that it has there. Throws Failure when the
+// element cannot have it.
+Place placeFor(tree::Document& document, tree::Node* element, tree::Node const* attribute,
+               tree::Name* name) {
     if (name->declaresNamespace) checkDeclaration(element, attribute, attribute->text());
-    tree::Node* const old = tree::findAttribute(element, name->qualified);
-    tree::Node* const same = tree::findAttribute(element, name->expanded);
+    tree::Node* old = tree::findAttribute(element, name->qualified);
+    tree::Name* const fitting = fittingName(document, element, name, old);
+    if (fitting != name) old = tree::findAttribute(element, fitting->qualified);
+    tree::Node* const same = tree::findAttribute(element, fitting->expanded);
     if (same != nullptr && same != old)
         throw Failure{E_FAIL, "the element has this attribute under another prefix"};
-    return old;
+    return {fitting, old};
 }
 
 } // namespace
@@ -60,8 +68,8 @@ void AttributeMap::attach(NodeHandle& handle) {
     if (tree::isNamespaceNode(handle.node()))
         throw Failure{E_FAIL, "a node of the namespace axis cannot be set"};
     if (handle.node()->parent == element_.node()) return;
-    tree::Name* const name = nameAt(document, element_.node(), handle);
-    tree::Node* const old = placeFor(element_.node(), handle.node(), name);
+    auto const [name, old] = placeFor(document, element_.node(), handle.node(),
+                                      nameAt(document, element_.node(), handle));
     tree::Removal replaced{document, old};
     adopt(element_.owner(), document, handle);
     tree::move(document, handle.node(), element_.node(), old);
@@ -92,7 +100,7 @@ void AttributeMap::add(std::wstring_view qualifiedName, std::string_view value) 
         resolvedAt(document, element_.node(), internName(document, qualifiedName, {}));
     tree::Node* const attribute = tree::newAttribute(document, name, value);
     try {
-        placeFor(element_.node(), attribute, name);
+        attribute->name = placeFor(document, element_.node(), attribute, name).name;
     } catch (...) {
         tree::destroy(document, attribute);
         throw;

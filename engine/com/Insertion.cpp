@@ -3,7 +3,6 @@
 #include <reader/ReadError.h>
 #include <tree/Depth.h>
 #include <tree/Lifetime.h>
-#include <tree/NamespaceLookup.h>
 #include <tree/NamespaceNodes.h>
 #include <tree/Navigation.h>
 
@@ -72,12 +71,12 @@ void checkPlace(tree::Node const* parent, tree::Node* child, tree::Node const* b
 }
 
 // The name that a child will have below a parent, as a record of the parent's document. Its own
-// declarations come first.
+// declarations and attributes come first.
 tree::Name* nameBelow(NodeHandle& parent, NodeHandle const& child) {
     tree::Name const* const name = child.node()->name;
     if (name == nullptr) return nullptr;
     bool const declaresItself =
-        isUnresolved(*name) && tree::namespaceAt(child.node(), name->prefix).has_value();
+        isUnresolved(*name) && meaningOn(child.node(), name->prefix).has_value();
     return nameAt(parent.storage(), declaresItself ? child.node() : parent.node(), child);
 }
 

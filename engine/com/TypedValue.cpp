@@ -9,6 +9,7 @@
 #include <tree/Lifetime.h>
 #include <tree/NamespaceLookup.h>
 
+#include "DeclarationRules.h"
 #include "Failure.h"
 #include "NodeOperations.h"
 #include "SetText.h"
@@ -38,18 +39,10 @@ bool isBinary(NodeHandle& handle) noexcept {
     return binaryAnnotation(handle.storage(), handle.node()) != nullptr;
 }
 
-// Names of created nodes need no declaration in the tree.
-bool isInUse(tree::Node const* element, std::string_view prefix) noexcept {
-    bool used = element->name->prefix == prefix;
-    for (tree::Node const* a = element->firstAttribute(); a != nullptr; a = a->next)
-        used = used || a->name->prefix == prefix;
-    return used || tree::namespaceAt(element, prefix);
-}
-
 // A prefix for an element to declare: "dt", or that with a number where it means something else.
 std::string freePrefix(tree::Node const* element) {
     std::string prefix = "dt";
-    for (int number = 1; isInUse(element, prefix); ++number)
+    for (int number = 1; meaningAt(element, prefix); ++number)
         prefix = "dt" + std::to_string(number);
     return prefix;
 }
@@ -61,7 +54,8 @@ void addAnnotation(tree::Document& document, tree::Node* element, std::string_vi
 
 void annotate(tree::Document& document, tree::Node* element) {
     std::string const inScope{tree::prefixAt(element, dataTypes)};
-    if (!inScope.empty()) return addAnnotation(document, element, inScope);
+    if (!inScope.empty() && meaningAt(element, inScope) == dataTypes)
+        return addAnnotation(document, element, inScope);
     std::string const prefix = freePrefix(element);
     tree::Name* const name = document.names().intern("xmlns", prefix, tree::xmlnsNamespace);
     tree::Node* const declaration = tree::newAttribute(document, name, dataTypes);

@@ -32,7 +32,7 @@ public:
         enterOwnDeclarations();
         names_.elementPrefix = prefixForElement();
         for (Binding const& binding : wanted)
-            if (isFree(binding.prefix)) add(binding);
+            if (isFree(binding.prefix) && !isOtherwiseOnAttributes(binding)) add(binding);
         for (Node const* a = element_.firstAttribute(); a != nullptr; a = a->next)
             if (!a->name->declaresNamespace) resolveAttribute(*a);
         return std::move(names_);
@@ -82,6 +82,13 @@ private:
     bool isFree(std::string_view prefix) const noexcept {
         return !isReserved(prefix) && !scope_.declaredSince(outside_, prefix) &&
                std::find(kept_.begin(), kept_.end(), prefix) == kept_.end();
+    }
+
+    bool isOtherwiseOnAttributes(Binding binding) const noexcept {
+        Node const* a = element_.firstAttribute();
+        while (a != nullptr && (a->name->prefix != binding.prefix || a->name->uri == binding.uri))
+            a = a->next;
+        return a != nullptr;
     }
 
     Node const& element_;

@@ -93,6 +93,16 @@ TEST(Namespace, LeavesPrefixesAloneThatTheSameElementUses) {
                      "<e xmlns:ns1=\"v\" p:a=\"1\" ns1:b=\"2\"/></p:r>\n");
 }
 
+TEST(Namespace, LeavesPrefixesOfAnElementWrittenByItselfAlone) {
+    Builder b;
+    Node* const root = b.element(b.top(), "r");
+    b.attribute(root, "xmlns:p", "urn:1", tree::xmlnsNamespace);
+    Node* const e = b.element(root, "e");
+    b.attribute(e, "p:x", "v", "urn:2");
+    b.element(e, "p:c", "urn:1");
+    EXPECT_EQ(xml(b.document(), e), "<e xmlns:p=\"urn:2\" p:x=\"v\"><p:c xmlns:p=\"urn:1\"/></e>");
+}
+
 TEST(Namespace, MadePrefixesAreFree) {
     Builder b;
     Node* const root = b.element(b.top(), "ns1:r", "x");
