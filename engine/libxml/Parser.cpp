@@ -95,6 +95,7 @@ std::ptrdiff_t Parser::fill(char* buffer, std::size_t size) noexcept {
         done += static_cast<std::size_t>(count);
     }
     if (!std::exchange(hasStarted_, true)) noteEncoding({buffer, done});
+    if (!mayDeclareXml_) noteDeclarationOfXml({buffer, done});
     return static_cast<std::ptrdiff_t>(done);
 }
 
@@ -160,6 +161,23 @@ void Parser::locate() {
 void Parser::noteEncoding(std::string_view start) noexcept {
     std::string_view const encoding = declaredEncoding(start);
     if (!encoding.empty()) behindEncoding_ = encoding.end() - start.begin() + 1;
+}
+
+// The parser keeps this declaration to itself, and looking for it in every tag would take time. So
+// it is looked for in the bytes, which are ASCII there in all encodings that are usual but those
+// with wider characters.
+void Parser::noteDeclarationOfXml(std::string_view piece) noexcept {
+    static constexpr std::string_view declaration = "xmlns:xml";
+    static_assert(std::tuple_size_v<decltype(lastBytes_)> == declaration.size() - 1);
+    std::array<char, 2 * (declaration.size() - 1)> seam{};
+    std::size_t const before = lastBytes_.size();
+    std::size_t const after = std::min(before, piece.size());
+    std::copy_n(lastBytes_.begin(), before, seam.begin());
+    std::copy_n(piece.begin(), after, seam.begin() + before);
+    mayDeclareXml_ = piece.find(declaration) != piece.npos || piece.find('\0') != piece.npos ||
+                     std::string_view{seam.data(), before + after}.find(declaration) != piece.npos;
+    char const* const last = piece.size() < before ? seam.data() + after : piece.end() - before;
+    std::copy_n(last, before, lastBytes_.begin());
 }
 
 void Parser::noteForgotten() noexcept {

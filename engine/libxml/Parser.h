@@ -3,8 +3,10 @@
 // derived from this.
 #pragma once
 
+#include <array>
 #include <exception>
 #include <memory>
+#include <string_view>
 
 #include <libxml/parser.h>
 
@@ -63,6 +65,9 @@ protected:
     // To be called when there was an XML declaration.
     void noteForgotten() noexcept;
 
+    // Whether "xmlns:xml" has come by, or the bytes are such that it cannot be told.
+    bool mayDeclareXml() const noexcept { return mayDeclareXml_; }
+
     EncodingRule rule() const noexcept { return rule_; }
 
     xmlParserCtxt const& context() const noexcept { return *context_; }
@@ -85,6 +90,7 @@ private:
     SourcePosition position() const noexcept;
     void locate();
     void noteEncoding(std::string_view start) noexcept;
+    void noteDeclarationOfXml(std::string_view piece) noexcept;
     bool endsWithinCharacter() const noexcept;
 
     ByteSource& source_;
@@ -94,8 +100,10 @@ private:
     std::exception_ptr exception_;
     bool isOver_ = false; // by an error, an exception or stop()
     bool hasStarted_ = false;
-    long behindEncoding_ = 0; // where the name of the encoding ends, with its quote
-    long forgotten_ = 0;      // bytes that the parser's own count of bytes lacks
+    bool mayDeclareXml_ = false;
+    std::array<char, 8> lastBytes_{}; // of the piece before
+    long behindEncoding_ = 0;         // where the name of the encoding ends, with its quote
+    long forgotten_ = 0;              // bytes that the parser's own count of bytes lacks
 };
 
 } // namespace tibxml::reader

@@ -1,5 +1,6 @@
 // Walks over the text of a start tag to tell namespace declarations from other attributes: the
-// parser reports the two in separate lists and does not say how they were mixed.
+// parser reports the two in separate lists and does not say how they were mixed. The declaration of
+// "xml", which says what holds anyway, it does not report at all.
 #pragma once
 
 #include <algorithm>
@@ -15,20 +16,22 @@ public:
         rest_.remove_prefix(std::min(rest_.find_first_of(space), rest_.size()));
     }
 
-    // Steps over the next attribute and says whether it declares a namespace. The declaration of
-    // "xml", which says what holds anyway, is passed over, because the parser does not report it.
-    bool nextIsDeclaration() noexcept {
-        std::string_view name = next();
-        while (name == "xmlns:xml")
-            name = next();
-        return name == "xmlns" || name.starts_with("xmlns:");
+    enum class Kind { attribute, declaration, declarationOfXml, none };
+
+    // Steps over the next attribute and says what it is.
+    Kind next() noexcept {
+        std::string_view const name = nextName();
+        if (name.empty()) return Kind::none;
+        if (name == "xmlns:xml") return Kind::declarationOfXml;
+        bool const declares = name == "xmlns" || name.starts_with("xmlns:");
+        return declares ? Kind::declaration : Kind::attribute;
     }
 
 private:
     static constexpr std::string_view space = " \t\r\n";
 
-    // The name of the next attribute, which is stepped over; empty at the end.
-    std::string_view next() noexcept {
+    // Empty at the end.
+    std::string_view nextName() noexcept {
         rest_.remove_prefix(std::min(rest_.find_first_not_of(space), rest_.size()));
         std::string_view const name = rest_.substr(0, rest_.find_first_of(" \t\r\n="));
         skipValue();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "TagSource.h"
 
@@ -36,7 +37,7 @@ void TreeBuilder::declaration(std::string_view content) {
 void TreeBuilder::startElement(ParsedStartTag const& tag) {
     flushText();
     writer_.openElement(nameOf(tag.local, tag.prefix, tag.uri));
-    if (tag.declarationCount != 0 && tag.attributeCount != 0) return addInSourceOrder(tag);
+    if (!tag.source.empty()) return addInSourceOrder(tag);
     for (int i = 0; i != tag.declarationCount; ++i)
         addDeclaration(tag.declarations[i]);
     for (int i = 0; i != tag.attributeCount; ++i)
@@ -49,17 +50,17 @@ void TreeBuilder::addInSourceOrder(ParsedStartTag const& tag) {
     ParsedAttribute const* attribute = tag.attributes;
     ParsedDeclaration const* const lastDeclaration = declaration + tag.declarationCount;
     ParsedAttribute const* const lastAttribute = attribute + tag.attributeCount;
-    while (declaration != lastDeclaration && attribute != lastAttribute) {
-        if (source.nextIsDeclaration()) {
-            addDeclaration(*declaration++);
-        } else {
+    bool hasXml = false;
+    using Kind = TagSource::Kind;
+    for (Kind kind = source.next(); kind != Kind::none; kind = source.next()) {
+        if (kind == Kind::attribute && attribute != lastAttribute) {
             addAttribute(*attribute++);
+        } else if (kind == Kind::declaration && declaration != lastDeclaration) {
+            addDeclaration(*declaration++);
+        } else if (kind == Kind::declarationOfXml && !std::exchange(hasXml, true)) {
+            addDeclaration("xml", tree::xmlNamespace);
         }
     }
-    while (declaration != lastDeclaration)
-        addDeclaration(*declaration++);
-    while (attribute != lastAttribute)
-        addAttribute(*attribute++);
 }
 
 void TreeBuilder::addAttribute(ParsedAttribute const& parsed) {
@@ -69,12 +70,15 @@ void TreeBuilder::addAttribute(ParsedAttribute const& parsed) {
 }
 
 void TreeBuilder::addDeclaration(ParsedDeclaration const& declaration) {
-    std::string_view const prefix = view(declaration.prefix);
+    addDeclaration(view(declaration.prefix), view(declaration.uri));
+}
+
+void TreeBuilder::addDeclaration(std::string_view prefix, std::string_view uri) {
     bool const isDefault = prefix.empty();
     tree::Name* const name =
         names().intern(isDefault ? std::string_view{} : std::string_view{"xmlns"},
                        isDefault ? std::string_view{"xmlns"} : prefix, tree::xmlnsNamespace);
-    writer_.addAttribute(name, view(declaration.uri));
+    writer_.addAttribute(name, uri);
 }
 
 void TreeBuilder::noteSpace(std::string_view value) {

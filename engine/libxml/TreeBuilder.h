@@ -22,8 +22,8 @@ struct ParsedStartTag {
     int declarationCount;
     ParsedAttribute const* attributes;
     int attributeCount;
-    // The tag's text up to the end of its attributes; asked for only to find the place of
-    // declarations among attributes.
+    // The tag's text up to the end of its attributes; empty unless there are declarations to be
+    // put among attributes, or there may be one that was not reported.
     std::string_view source;
 };
 
@@ -64,6 +64,7 @@ private:
     tree::Name* nameOf(unsigned char const* local, unsigned char const* prefix,
                        unsigned char const* uri);
     void addAttribute(ParsedAttribute const& parsed);
+    void addDeclaration(std::string_view prefix, std::string_view uri);
     void addDeclaration(ParsedDeclaration const& declaration);
     void addInSourceOrder(ParsedStartTag const& tag);
     void noteSpace(std::string_view value);

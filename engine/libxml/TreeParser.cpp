@@ -29,7 +29,8 @@ struct TreeEvents {
                                reinterpret_cast<ParsedAttribute const*>(attributes),
                                attributeCount,
                                {}};
-            if (declarationCount != 0 && attributeCount != 0) tag.source = parser.startTagSource();
+            bool const areMixed = declarationCount != 0 && attributeCount != 0;
+            if (areMixed || parser.mayDeclareXml()) tag.source = parser.startTagSource();
             parser.builder_.startElement(tag);
         });
     }

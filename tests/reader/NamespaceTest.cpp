@@ -46,23 +46,45 @@ TEST(Namespaces, KeepTheirPlaceInTagsOfEverySize) {
     }
 }
 
-TEST(Namespaces, NeedNoDeclarationOfXml) {
+TEST(Namespaces, KeepTheDeclarationOfXml) {
     std::string const declared = "xmlns:xml='http://www.w3.org/XML/1998/namespace'";
 
     struct Row {
         std::string xml;
-        char const* shape;
+        std::string shape;
     };
 
     Row const rows[] = {
-        {"<a " + declared + " xmlns:q='u' b='1'/>", "<a xmlns:q='u' b='1'></>"},
-        {"<a b='1' " + declared + " xmlns:q='u'/>", "<a b='1' xmlns:q='u'></>"},
-        {"<a xmlns:q='u' b='1' " + declared + "/>", "<a xmlns:q='u' b='1'></>"},
-        {"<a " + declared + " b='1'/>", "<a b='1'></>"},
-        {"<a " + declared + "/>", "<a></>"},
+        {"<a " + declared + " xmlns:q='u' b='1'/>", "<a " + declared + " xmlns:q='u' b='1'></>"},
+        {"<a b='1' " + declared + " xmlns:q='u'/>", "<a b='1' " + declared + " xmlns:q='u'></>"},
+        {"<a xmlns:q='u' b='1' " + declared + "/>", "<a xmlns:q='u' b='1' " + declared + "></>"},
+        {"<a " + declared + " b='1'/>", "<a " + declared + " b='1'></>"},
+        {"<a " + declared + "/>", "<a " + declared + "></>"},
+        {"<a><b xmlns:xml\n=\t'&#104;ttp://www.w3.org/XML/1998/namespace' xml:lang='en'/></a>",
+         "<a><b " + declared + " xml:lang='en'></></>"},
+        {"<a b=' xmlns:xml='/>", "<a b=' xmlns:xml='></>"},
     };
-    for (Row const& row : rows)
+    for (Row const& row : rows) {
         EXPECT_EQ(shape(readText(row.xml)), row.shape) << row.xml;
+        for (std::size_t const step : {std::size_t{1}, std::size_t{13}, Bytes::never})
+            EXPECT_EQ(shape(readBytes(Bytes{row.xml, step})), row.shape) << row.xml;
+        std::string wide{"\xFF\xFE"};
+        for (char const c : row.xml)
+            wide.append({c, '\0'});
+        EXPECT_EQ(shape(readBytes(Bytes{wide})), row.shape) << row.xml;
+    }
+}
+
+// The declaration may be anywhere in what is read at once, and between two such pieces.
+TEST(Namespaces, KeepTheDeclarationOfXmlWhereverItStands) {
+    for (std::size_t length = 3950; length != 4150; ++length) {
+        std::string const text(length, 'x');
+        Reading const reading = readBytes(
+            Bytes{"<a>" + text + "<b xmlns:xml='http://www.w3.org/XML/1998/namespace'/></a>"});
+        tree::Node const* const b = reading.root()->lastChild();
+        ASSERT_NE(b->firstAttribute(), nullptr) << length;
+        EXPECT_EQ(b->firstAttribute()->name->qualified, "xmlns:xml");
+    }
 }
 
 TEST(Namespaces, MayBeAnyText) {
