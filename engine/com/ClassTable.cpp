@@ -4,6 +4,7 @@
 #include "DocumentObject.h"
 #include "SaxReaderObject.h"
 #include "SchemaCache.h"
+#include "StylesheetTemplate.h"
 
 namespace tibxml::platform {
 
@@ -12,6 +13,7 @@ std::span<ComClass const> comClasses() noexcept {
         {CLSID_DOMDocument60, com::DocumentObject::create},
         {CLSID_SAXXMLReader60, com::SaxReaderObject::create},
         {CLSID_XMLSchemaCache60, com::SchemaCache::create},
+        {CLSID_XSLTemplate60, com::StylesheetTemplate::create},
     };
     return classes;
 }

@@ -212,7 +212,11 @@ void saveToStream(tree::Document const& document, IUnknown* object) {
     output::appendFile(document, bytes);
     ComPtr<ISequentialStream> const stream = streamOf(object);
     if (!stream) throw Failure{E_INVALIDARG, "the object is not a stream"};
-    StreamSink{*stream}.write(bytes);
+    writeToStream(bytes, *stream);
+}
+
+void writeToStream(std::string_view bytes, ISequentialStream& stream) {
+    StreamSink{stream}.write(bytes);
 }
 
 } // namespace tibxml::com

@@ -2,8 +2,9 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
-#include <TibXml/platform/IUnknown.h>
+#include <TibXml/platform/Stream.h>
 #include <tree/Document.h>
 
 namespace tibxml::com {
@@ -16,5 +17,8 @@ void saveToFile(tree::Document const& document, std::string const& path);
 // Writes a document to an object that offers ISequentialStream or IStream. Throws Failure with the
 // stream's code, and output::EncodingError before anything was written.
 void saveToStream(tree::Document const& document, IUnknown* object);
+
+// Writes bytes to a stream. Throws Failure with the stream's code.
+void writeToStream(std::string_view bytes, ISequentialStream& stream);
 
 } // namespace tibxml::com

@@ -29,6 +29,11 @@ void leaveErrorInfo(REFIID iid, char const* reason) noexcept {
 
 } // namespace
 
+void leaveMessages(REFIID iid, std::string const& messages) noexcept {
+    SetErrorInfo(0, nullptr);
+    if (!messages.empty()) leaveErrorInfo(iid, messages.c_str());
+}
+
 HRESULT reportException(REFIID iid) noexcept {
     try {
         throw;

@@ -23,6 +23,10 @@ private:
 // thread's error information for the interface.
 HRESULT reportException(REFIID iid) noexcept;
 
+// Leaves what a call that succeeded has to say as the thread's error information, or none when that
+// is nothing.
+void leaveMessages(REFIID iid, std::string const& messages) noexcept;
+
 // Runs a step that returns a result code or throws.
 template <class Step>
 HRESULT guarded(REFIID iid, Step step) noexcept {

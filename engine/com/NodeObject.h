@@ -95,6 +95,11 @@ public:
         return reply(IID_IXMLDOMNode, markup, [&] { return xmlOf(*this); });
     }
 
+    HRESULT transformNode(IXMLDOMNode* stylesheet, BSTR* result) noexcept final {
+        return reply(IID_IXMLDOMNode, result,
+                     [&] { return transformToText(*this, *handleOf(stylesheet)); });
+    }
+
     HRESULT selectNodes(BSTR expression, IXMLDOMNodeList** nodes) noexcept final {
         return reply(IID_IXMLDOMNode, nodes, [&] { return com::selectNodes(*this, expression); });
     }

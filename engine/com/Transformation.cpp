@@ -2,10 +2,9 @@
 
 #include "DocumentObject.h"
 #include "Failure.h"
+#include "Text.h"
 
 namespace tibxml::com {
-
-namespace {
 
 DocumentObject& documentOf(NodeHandle const& handle) {
     if (!handle.node()->is(tree::NodeKind::document))
@@ -13,10 +12,14 @@ DocumentObject& documentOf(NodeHandle const& handle) {
     return handle.owner();
 }
 
+namespace {
+
 ComPtr<NodeHandle> objectIn(VARIANT const& output) {
     bool const isObject = output.vt == VT_UNKNOWN || output.vt == VT_DISPATCH;
     return handleOf(isObject ? output.punkVal : nullptr);
 }
+
+} // namespace
 
 // A node that is left from an earlier content has the file no more.
 transform::Source sourceOf(NodeHandle const& handle) {
@@ -32,15 +35,33 @@ transform::DocumentFunction permissionOf(DocumentObject const& stylesheet) noexc
                                                : transform::DocumentFunction::refused;
 }
 
+namespace {
+
+transform::Request requestOf(NodeHandle const& source, DocumentObject const& stylesheet) {
+    return {sourceOf(source), permissionOf(stylesheet), {}, {}};
+}
+
 } // namespace
 
 void transformToObject(NodeHandle& source, NodeHandle& stylesheet, VARIANT const& output) {
     ComPtr<NodeHandle> const target = objectIn(output);
     DocumentObject& targetDocument = documentOf(*target);
     DocumentObject& sheet = documentOf(stylesheet);
+    std::string messages;
     tree::DocumentRef const result =
-        sheet.asStylesheet()->apply(sourceOf(source), permissionOf(sheet));
+        sheet.asStylesheet()->apply(requestOf(source, sheet), messages);
     targetDocument.replaceContent(result);
+    leaveMessages(IID_IXMLDOMNode, messages);
+}
+
+BSTR transformToText(NodeHandle& source, NodeHandle& stylesheet) {
+    DocumentObject& sheet = documentOf(stylesheet);
+    std::string messages;
+    std::string const result = sheet.asStylesheet()->text(requestOf(source, sheet),
+                                                          transform::TextEncoding::wide, messages);
+    BSTR const text = toBstr(std::string_view{result});
+    leaveMessages(IID_IXMLDOMNode, messages);
+    return text;
 }
 
 } // namespace tibxml::com

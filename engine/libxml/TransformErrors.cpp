@@ -103,7 +103,8 @@ struct TransformErrorEvents {
         va_start(arguments, format);
         TransformErrors* const errors = current;
         if (errors != nullptr) {
-            guarded(*errors, [&] { errors->addPiece(formatted(format, arguments)); });
+            bool const isText = std::string_view{format} == "%s";
+            guarded(*errors, [&] { errors->addPiece(formatted(format, arguments), isText); });
         } else if (auto const before = handlerBefore.load(); before != nullptr) {
             handOn(before, data, format, arguments);
         }
@@ -191,8 +192,9 @@ void TransformErrors::addDetail(std::string_view text) {
     if (details_.empty()) details_ = inOneLine(text);
 }
 
-void TransformErrors::addPiece(std::string_view text) {
-    if (announcesError(text)) {
+void TransformErrors::addPiece(std::string_view text, bool isText) {
+    if (isText && !announced_) return addMessage(text);
+    if (!isText && announcesError(text)) {
         if (place_.empty()) place_ = placeIn(text);
         announced_ = true;
         return;
@@ -211,6 +213,16 @@ void TransformErrors::addLine(std::string line) {
     } else {
         message_ = std::move(line);
     }
+}
+
+void TransformErrors::addMessage(std::string_view text) {
+    constexpr std::size_t most = std::size_t{1} << 16;
+    while (text.ends_with('\n'))
+        text.remove_suffix(1);
+    message_ = inOneLine(text);
+    if (messages_.size() >= most) return;
+    if (!messages_.empty()) messages_ += '\n';
+    messages_ += text;
 }
 
 void TransformErrors::addWords(std::string_view words) {

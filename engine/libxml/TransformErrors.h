@@ -42,14 +42,19 @@ public:
     // which libxslt says and takes no notice of.
     bool missesInstruction() const noexcept { return missesInstruction_; }
 
+    // What the stylesheet itself said, a line for each message; only the first 64 KiB or so.
+    std::string const& messages() const noexcept { return messages_; }
+
     // Throws std::bad_alloc when memory was exhausted meanwhile.
     void requireMemory() const;
 
 private:
     friend struct TransformErrorEvents; // the functions that the libraries call
 
-    void addPiece(std::string_view text);
+    // Text as it is, such as a message, or words of the libraries.
+    void addPiece(std::string_view text, bool isText);
     void addLine(std::string line);
+    void addMessage(std::string_view text);
     void addWords(std::string_view words);
     void addDetail(std::string_view text);
     void addParserError(xmlError const& error);
@@ -70,7 +75,8 @@ private:
     std::string place_;
     std::string errors_;
     std::string details_;
-    std::string message_;
+    std::string message_; // the last
+    std::string messages_;
 };
 
 } // namespace tibxml::transform

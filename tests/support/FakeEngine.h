@@ -287,6 +287,10 @@ public:
 
     HRESULT get_xml(BSTR* out) override { return this->giveText("xml", out, markup); }
 
+    HRESULT transformNode(IXMLDOMNode*, BSTR* out) override {
+        return this->giveText("transformNode", out, L"");
+    }
+
     HRESULT selectNodes(BSTR expression, IXMLDOMNodeList** out) override {
         writtenText = expression;
         return this->giveObject("selectNodes", out, selectedNodes.GetInterfacePtr());

@@ -1,10 +1,13 @@
-// XSLT 1.0 by libxslt: trees in, a new tree out. No network, no writing, no scripts; of extensions
-// only `node-set`.
+// XSLT 1.0 by libxslt: trees in, a new tree or a text out. No network, no writing, no scripts; of
+// extensions only `node-set`.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <variant>
 
 #include <tree/Document.h>
 
@@ -28,6 +31,34 @@ struct Source {
     std::string location;   // the absolute path of its file; empty when there is none
 };
 
+// A name without prefix, and its namespace, empty for none.
+struct ExpandedName {
+    std::string local;
+    std::string uri;
+
+    bool operator==(ExpandedName const&) const = default;
+};
+
+// A value for an xsl:param at the top of a stylesheet. Those that it does not have are ignored.
+struct Parameter {
+    ExpandedName name;
+    std::variant<std::string, double, bool> value;
+};
+
+// A transformation.
+struct Request {
+    Source source;
+    DocumentFunction permission = DocumentFunction::refused;
+    std::span<Parameter const> parameters;
+    ExpandedName mode; // that it starts in; without a name in none
+};
+
+// The encoding of a text, which is named in it where its kind has a place for that.
+enum class TextEncoding {
+    wide,     // characters for a wide string, as UTF-8; named as UTF-16
+    declared, // the one that xsl:output asks for if it is known, else UTF-8
+};
+
 // More template calls inside each other than this are taken for an endless recursion.
 inline constexpr int maximumTemplateDepth = 3000;
 
@@ -43,15 +74,23 @@ public:
     Stylesheet& operator=(Stylesheet const&) = delete;
     ~Stylesheet();
 
-    // A new document with the result for a source, which is not changed. The result has an XML
-    // declaration and is laid out as xsl:output says. Throws TransformError, also for a result that
-    // is no document (two elements, text beside the root, too deep), and std::bad_alloc.
-    tree::DocumentRef apply(Source const& source, DocumentFunction permission) const;
+    // Both leave the source as it is, set `messages` to what xsl:message said, one line each, and
+    // throw TransformError and std::bad_alloc.
+
+    // A new document with the result. It has an XML declaration and is laid out as xsl:output says.
+    // A result that is no document (two elements, text beside the root, too deep) is an error.
+    tree::DocumentRef apply(Request const& request, std::string& messages) const;
+
+    // The result as xsl:output says: as XML, text or HTML.
+    std::string text(Request const& request, TextEncoding encoding, std::string& messages) const;
 
 private:
     struct Compiled;
+    using UseResult = std::function<void(_xmlDoc&)>;
 
-    tree::DocumentRef transformed(_xmlDoc* input, DocumentFunction permission) const;
+    void run(Request const& request, std::string& messages, UseResult const& use) const;
+    void runOn(_xmlDoc* input, Request const& request, std::string& messages,
+               UseResult const& use) const;
 
     tree::DocumentRef document_; // for naming places
     std::string location_;

@@ -100,6 +100,16 @@ public:
     /// The markup of the node and its subtree.
     virtual HRESULT get_xml(BSTR* markup) = 0;
 
+    /// Transforms the document, or an element with its subtree as a document of its own, by the
+    /// XSLT 1.0 stylesheet that another document holds. The result is written as xsl:output says:
+    /// as XML, HTML or text. Where its kind names an encoding, that is UTF-16.
+    ///
+    /// `E_FAIL`, with the place in the error information, when the stylesheet does not compile,
+    /// when it fails or ends itself by a message. `E_INVALIDARG` for anything but documents and
+    /// elements of this engine. Messages of xsl:message that do not end it are the error
+    /// information of a call that succeeds, a line each.
+    virtual HRESULT transformNode(IXMLDOMNode* stylesheet, BSTR* result) = 0;
+
     /// All nodes that an XPath expression selects from this node, as a snapshot in document order;
     /// an empty list when there are none. `E_FAIL` for an expression that does not parse, uses an
     /// undeclared prefix or gives no nodes.
@@ -108,15 +118,10 @@ public:
     /// The first of them; `S_FALSE` when there are none.
     virtual HRESULT selectSingleNode(BSTR expression, IXMLDOMNode** node) = 0;
 
-    /// Transforms the document, or an element with its subtree as a document of its own, by the
-    /// XSLT 1.0 stylesheet that another document holds. The result replaces the content of
-    /// `output`, an object variant with a document, which may be this one: it stays the same
-    /// object, and nodes taken from it before stay usable.
-    ///
-    /// `E_FAIL`, with the place in the error information and `output` unchanged, when the
-    /// stylesheet does not compile, when it fails or ends itself by a message, and when its result
-    /// is no document: more than one element, or text beside the root. `E_INVALIDARG` for anything
-    /// but documents and elements of this engine.
+    /// The same with a tree as the result. It replaces the content of `output`, an object variant
+    /// with a document, which may be this one: it stays the same object, and nodes taken from it
+    /// before stay usable. A result that is no document (more than one element, or text beside the
+    /// root) is `E_FAIL`. `output` is unchanged after a failure.
     virtual HRESULT transformNodeToObject(IXMLDOMNode* stylesheet, VARIANT output) = 0;
 
 protected:

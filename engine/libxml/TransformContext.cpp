@@ -1,0 +1,90 @@
+#include "TransformContext.h"
+
+#include <libxml/xpathInternals.h>
+#include <libxslt/variables.h>
+#include <libxslt/xsltutils.h>
+
+#include "LibraryDocument.h"
+#include "NodeSetFunction.h"
+#include "TransformErrors.h"
+
+namespace tibxml::transform {
+
+namespace {
+
+xmlChar const* bytes(std::string const& text) noexcept {
+    return reinterpret_cast<xmlChar const*>(text.c_str());
+}
+
+xmlChar const* bytesOrNull(std::string const& text) noexcept {
+    return text.empty() ? nullptr : bytes(text);
+}
+
+// A relative path has come from a stylesheet or a source without a file.
+int allowAbsolute(xsltSecurityPrefs*, xsltTransformContext*, char const* path) noexcept {
+    return path != nullptr && *path == '/' ? 1 : 0;
+}
+
+struct ToLibrary {
+    xmlXPathObject* operator()(std::string const& text) const noexcept {
+        return xmlXPathNewString(bytes(text));
+    }
+
+    xmlXPathObject* operator()(double number) const noexcept { return xmlXPathNewFloat(number); }
+
+    xmlXPathObject* operator()(bool truth) const noexcept {
+        return xmlXPathNewBoolean(truth ? 1 : 0);
+    }
+};
+
+// Set as a text first, because libxslt takes texts and expressions only, of which neither is exact
+// for numbers.
+void setParameter(xsltTransformContext& context, Parameter const& parameter) {
+    ExpandedName const& name = parameter.name;
+    std::string const full = name.uri.empty() ? name.local : "{" + name.uri + "}" + name.local;
+    bool const isSet = xsltQuoteOneUserParam(&context, bytes(full), bytes({})) == 0;
+    auto* const variable = static_cast<xsltStackElem*>(
+        xmlHashLookup2(context.globalVars, bytes(name.local), bytesOrNull(name.uri)));
+    if (!isSet || variable == nullptr)
+        throw TransformError{"the parameter " + name.local + " cannot be set"};
+    xmlXPathObject* const value = allocated(std::visit(ToLibrary{}, parameter.value));
+    xmlXPathFreeObject(variable->value);
+    variable->value = value;
+}
+
+// Modes are compared by their place in the stylesheet's dictionary.
+void setMode(xsltTransformContext& context, ExpandedName const& mode) {
+    if (mode.local.empty()) return;
+    context.mode = allocated(xmlDictLookup(context.dict, bytes(mode.local), -1));
+    if (!mode.uri.empty())
+        context.modeURI = allocated(xmlDictLookup(context.dict, bytes(mode.uri), -1));
+}
+
+} // namespace
+
+Security securityFor(DocumentFunction permission) {
+    Security security{allocated(xsltNewSecurityPrefs())};
+    for (xsltSecurityOption const option : {XSLT_SECPREF_WRITE_FILE, XSLT_SECPREF_CREATE_DIRECTORY,
+                                            XSLT_SECPREF_READ_NETWORK, XSLT_SECPREF_WRITE_NETWORK})
+        xsltSetSecurityPrefs(security.get(), option, xsltSecurityForbid);
+    xsltSetSecurityPrefs(security.get(), XSLT_SECPREF_READ_FILE,
+                         permission == DocumentFunction::localFiles ? allowAbsolute
+                                                                    : xsltSecurityForbid);
+    return security;
+}
+
+Context contextFor(xsltStylesheet* style, xmlDoc* input, xsltSecurityPrefs* security,
+                   Request const& request) {
+    Context context{allocated(xsltNewTransformContext(style, input))};
+    TransformErrors::watch(*context);
+    if (xsltSetCtxtSecurityPrefs(security, context.get()) != 0) throw std::bad_alloc{};
+    xsltSetCtxtParseOptions(context.get(), XML_PARSE_NOENT | XML_PARSE_NOCDATA | XML_PARSE_NONET);
+    context->maxTemplateDepth = maximumTemplateDepth;
+    registerNodeSet(*context);
+    for (Parameter const& parameter : request.parameters)
+        setParameter(*context, parameter);
+    setMode(*context, request.mode);
+    return context;
+}
+
+} // namespace tibxml::transform

@@ -1,0 +1,35 @@
+// The state of one run of a stylesheet, with its limits.
+#pragma once
+
+#include <memory>
+
+#include <libxslt/security.h>
+#include <libxslt/transform.h>
+#include <libxslt/xsltInternals.h>
+
+#include <transform/Stylesheet.h>
+
+namespace tibxml::transform {
+
+struct FreeContext {
+    void operator()(xsltTransformContext* context) const noexcept {
+        xsltFreeTransformContext(context);
+    }
+};
+
+struct FreeSecurity {
+    void operator()(xsltSecurityPrefs* security) const noexcept { xsltFreeSecurityPrefs(security); }
+};
+
+using Context = std::unique_ptr<xsltTransformContext, FreeContext>;
+using Security = std::unique_ptr<xsltSecurityPrefs, FreeSecurity>;
+
+// What may be opened. Throws std::bad_alloc.
+Security securityFor(DocumentFunction permission);
+
+// For one run, with the parameters and the mode that are asked for; `security` has to outlive it.
+// Throws std::bad_alloc, and TransformError for a parameter that cannot be set.
+Context contextFor(xsltStylesheet* style, xmlDoc* input, xsltSecurityPrefs* security,
+                   Request const& request);
+
+} // namespace tibxml::transform
