@@ -30,6 +30,13 @@ bool isAscii(char const* bytes) noexcept {
     return (bits & highBits) == 0;
 }
 
+template <>
+bool isAscii<wordSize / 2>(char const* bytes) noexcept {
+    std::uint32_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return (word & static_cast<std::uint32_t>(highBits)) == 0;
+}
+
 template <std::size_t Count>
 bool isAscii(wchar_t const* wide) noexcept {
     constexpr std::uint64_t notAscii = 0xFFFFFF80FFFFFF80u;
@@ -56,6 +63,34 @@ void copyAscii(From const*& from, From const* end, To*& out) noexcept {
         from += Count;
         out += Count;
     }
+}
+
+template <std::size_t Count>
+void widenBlock(char const* bytes, wchar_t* out) noexcept {
+    for (std::size_t i = 0; i < Count; ++i)
+        out[i] = unitOf(bytes[i]);
+}
+
+/// Widens a text of one to two steps by its first step and its last, which overlap: most words and
+/// values are so short. False when it has another length or is not ASCII.
+template <std::size_t Count>
+bool widenShort(std::string_view text, wchar_t* out) noexcept {
+    if (text.size() < Count || text.size() > 2 * Count) return false;
+    auto const last = text.size() - Count;
+    if (!isAscii<Count>(text.data()) || !isAscii<Count>(text.data() + last)) return false;
+    widenBlock<Count>(text.data(), out);
+    widenBlock<Count>(text.data() + last, out + last);
+    return true;
+}
+
+/// Widens the last `rest` bytes of a text after a block of ASCII, as a part of the last block when
+/// that is ASCII as well: a part of the block before is widened again.
+bool widenEnd(std::string_view text, std::size_t rest, wchar_t* out) noexcept {
+    if (rest > blockSize) return false;
+    auto const* const last = text.data() + text.size() - blockSize;
+    if (!isAscii<blockSize>(last)) return false;
+    widenBlock<blockSize>(last, out - (blockSize - rest));
+    return true;
 }
 
 unsigned byteAt(char const* bytes) noexcept {
@@ -217,11 +252,15 @@ std::size_t wideLength(std::string_view utf8) noexcept {
 }
 
 wchar_t* widenUtf8(std::string_view utf8, wchar_t* out) noexcept {
+    if (widenShort<wordSize>(utf8, out) || widenShort<wordSize / 2>(utf8, out))
+        return out + utf8.size();
     auto const* bytes = utf8.data();
     auto const* const end = bytes + utf8.size();
     while (bytes != end) {
+        auto const* const before = bytes;
         copyAscii<blockSize>(bytes, end, out);
-        copyAscii<wordSize>(bytes, end, out);
+        auto const rest = static_cast<std::size_t>(end - bytes);
+        if (bytes != before && widenEnd(utf8, rest, out)) return out + rest;
         auto const* const stop = bytes + std::min<std::ptrdiff_t>(end - bytes, blockSize);
         bytes = widenSingly(bytes, stop, end, out);
     }
@@ -242,28 +281,6 @@ Utf8Size utf8Size(std::wstring_view wide) noexcept {
     for (; from != end; ++from)
         addSize<1>(from, total);
     return total;
-}
-
-char* writeUtf8(char32_t code, char* out) noexcept {
-    auto const tail = [code](unsigned shift) {
-        return static_cast<char>(0x80u | ((code >> shift) & 0x3Fu));
-    };
-    if (code < 0x80) {
-        *out++ = static_cast<char>(code);
-        return out;
-    }
-    if (code < 0x800) {
-        *out++ = static_cast<char>(0xC0u | (code >> 6));
-    } else if (code < 0x10000) {
-        *out++ = static_cast<char>(0xE0u | (code >> 12));
-        *out++ = tail(6);
-    } else {
-        *out++ = static_cast<char>(0xF0u | (code >> 18));
-        *out++ = tail(12);
-        *out++ = tail(6);
-    }
-    *out++ = tail(0);
-    return out;
 }
 
 char* narrowToUtf8(std::wstring_view wide, char* out) noexcept {

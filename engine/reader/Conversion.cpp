@@ -83,34 +83,68 @@ struct Place {
     std::size_t room() const noexcept { return static_cast<std::size_t>(outEnd - out); }
 };
 
-// At most `count` characters one by one; false when one of them is the last that can be converted.
+// One character; false when it cannot be converted.
 template <class Units>
-bool convertSingly(Place& place, std::size_t count, Stop& stop) noexcept {
-    for (; count != 0; --count) {
-        if (place.left() < Units::size) return stop = Stop::needsInput, false;
-        if (place.room() < longestCharacter) return stop = Stop::needsRoom, false;
-        Character const character = characterAt<Units>(place.in, place.left());
-        if (!character.valid) return stop = Stop::invalid, false;
-        if (character.units == 0) return stop = Stop::needsInput, false;
-        place.out = platform::writeUtf8(character.code, place.out);
-        place.in += character.units * Units::size;
-    }
+bool convertOne(Place& place, Stop& stop) noexcept {
+    if (place.left() < Units::size) return stop = Stop::needsInput, false;
+    if (place.room() < longestCharacter) return stop = Stop::needsRoom, false;
+    Character const character = characterAt<Units>(place.in, place.left());
+    if (!character.valid) return stop = Stop::invalid, false;
+    if (character.units == 0) return stop = Stop::needsInput, false;
+    place.out = platform::writeUtf8(character.code, place.out);
+    place.in += character.units * Units::size;
     return true;
+}
+
+// A character of one or two bytes of UTF-8, without a jump: in most alphabets the two alternate.
+char* writeShort(std::uint32_t code, char* out) noexcept {
+    bool const isAscii = code < 0x80;
+    out[0] = static_cast<char>(isAscii ? code : 0xC0U | (code >> 6U));
+    out[1] = static_cast<char>(0x80U | (code & 0x3FU));
+    return out + (isAscii ? 1 : 2);
+}
+
+// A block's worth of characters as far as all is well, without looking at the ends.
+template <class Units>
+void convertBlock(Place& place) noexcept {
+    char const* in = place.in;
+    char* out = place.out;
+    for (std::size_t i = 0; i != blockSize; ++i) {
+        std::uint32_t const code = Units::at(in);
+        if (code < 0x800) {
+            out = writeShort(code, out);
+            in += Units::size;
+            continue;
+        }
+        Character const character = characterAt<Units>(in, 2 * Units::size);
+        if (!character.valid) break;
+        out = platform::writeUtf8(character.code, out);
+        in += character.units * Units::size;
+    }
+    place.in = in;
+    place.out = out;
 }
 
 // Where a block is not ASCII a block's worth is taken one by one before the next is tried: text
 // that is not ASCII seldom changes back soon.
 template <class Units>
 Converted convertUnits(std::string_view bytes, char* out, std::size_t room) noexcept {
+    constexpr std::size_t mostUnits = 2 * blockSize;
     Place place{bytes.data(), bytes.data() + bytes.size(), out, out + room};
     Stop stop = Stop::needsInput;
     do {
-        while (place.left() >= blockSize * Units::size && place.room() >= blockSize &&
-               copiesBlock<Units>(place.in, place.out)) {
-            place.in += blockSize * Units::size;
-            place.out += blockSize;
+        while (place.left() >= mostUnits * Units::size &&
+               place.room() >= blockSize * longestCharacter) {
+            if (copiesBlock<Units>(place.in, place.out)) {
+                place.in += blockSize * Units::size;
+                place.out += blockSize;
+            } else {
+                char const* const before = place.in;
+                convertBlock<Units>(place);
+                if (place.in == before) break;
+            }
         }
-    } while (convertSingly<Units>(place, blockSize, stop));
+    } while (convertOne<Units>(place, stop));
     return {bytes.size() - place.left(), room - place.room(), stop};
 }
 

@@ -162,6 +162,37 @@ TEST(Utf, TrustedConversionStaysInItsBounds) {
     }
 }
 
+TEST(Utf, WidensTextsOfAllLengths) {
+    for (std::size_t length = 0; length != 70; ++length) {
+        std::string const ascii =
+            std::string("0123456789abcdefghijklmnopqrstuvwxyz").append(40, 'x');
+        for (std::size_t place = 0; place <= length; ++place) {
+            std::wstring expected(ascii.begin(), ascii.begin() + static_cast<long>(length));
+            std::string utf8 = ascii.substr(0, length);
+            if (place != length) {
+                utf8.replace(place, 1, "\u20AC");
+                expected[place] = L'\u20AC';
+            }
+            std::wstring out(expected.size() + 2, L'?');
+            auto* const begin = out.data() + 1;
+            ASSERT_EQ(widenUtf8(utf8, begin), begin + expected.size());
+            EXPECT_EQ(out, L'?' + expected + L'?') << utf8;
+        }
+    }
+}
+
+TEST(Utf, WidensNothingBeforeTheStartOfIllFormedText) {
+    for (std::size_t before = 0; before != 20; ++before) {
+        for (std::size_t after = 0; after != 40; ++after) {
+            auto const bad = std::string(before, 'a') + '\xF0' + std::string(after, 'b');
+            std::wstring out(1 + wideLength(bad), L'?');
+            auto* const end = widenUtf8(bad, out.data() + 1);
+            EXPECT_LE(end, out.data() + out.size());
+            EXPECT_EQ(out.front(), L'?');
+        }
+    }
+}
+
 TEST(Utf, CountsLeadingAscii) {
     for (std::size_t length = 0; length < 50; ++length) {
         std::string const ascii(length, 'a');
