@@ -5,7 +5,6 @@
 #include <string>
 
 #include <tree/Name.h>
-#include <tree/NamespaceLookup.h>
 #include <tree/NamespaceNodes.h>
 #include <tree/Node.h>
 
@@ -27,7 +26,7 @@ struct NodeTest {
         attribute,
         attributeNamed,
         attributeInNamespace,
-        namespaceNamed, // prefix == text
+        namespaceNamed, // text == "xmlns:" and the prefix
     };
 
     Kind kind = Kind::node;
@@ -75,7 +74,7 @@ public:
         case Kind::attributeNamed: return isAttribute(node) && node->name->expanded == name_;
         case Kind::attributeInNamespace: return isAttribute(node) && node->name->uri == test_.text;
         case Kind::namespaceNamed:
-            return tree::isNamespaceNode(node) && tree::declaredPrefix(node) == test_.text;
+            return tree::isNamespaceNode(node) && node->name->qualified == test_.text;
         }
         return false;
     }

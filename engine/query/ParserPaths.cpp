@@ -200,7 +200,7 @@ NodeTest Parser::parseNameTest(Axis axis) {
         test.text = std::move(uri);
     } else if (axis == Axis::namespaces) {
         test.kind = uri.empty() ? NodeTest::Kind::namespaceNamed : NodeTest::Kind::nothing;
-        test.text = narrow(token_.text);
+        test.text = "xmlns:" + narrow(token_.text);
     } else {
         test.kind =
             axis == Axis::attribute ? NodeTest::Kind::attributeNamed : NodeTest::Kind::elementNamed;
