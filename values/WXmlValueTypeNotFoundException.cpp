@@ -1,8 +1,12 @@
 #include <TibXml/WXmlValueAccessor.h>
 
+using tibxml::engine::EngineString;
+
 using Exception = WXmlValueTypeNotFoundException;
 
-Exception::WXmlValueTypeNotFoundException(wchar_t const* typeName) : typeName_{typeName} {}
+// Without memory for the name the engine's exception is thrown in the place of this one.
+Exception::WXmlValueTypeNotFoundException(wchar_t const* typeName)
+    : typeName_{EngineString{typeName}.toCString()} {}
 
 Exception::WXmlValueTypeNotFoundException(Exception const& other) noexcept = default;
 

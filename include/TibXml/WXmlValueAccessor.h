@@ -15,7 +15,8 @@
 /// what it is.
 class TIBXML_API WXmlValueTypeNotFoundException {
 public:
-    /// `typeName` is all that the exception tells; null counts as the empty string.
+    /// `typeName` is all that the exception tells; null counts as the empty string. Throws
+    /// `_com_error` with `E_OUTOFMEMORY` when there is no memory for it.
     WXmlValueTypeNotFoundException(wchar_t const* typeName);
     WXmlValueTypeNotFoundException(WXmlValueTypeNotFoundException const& other) noexcept;
     WXmlValueTypeNotFoundException(WXmlValueTypeNotFoundException&& other) noexcept;

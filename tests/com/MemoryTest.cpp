@@ -344,18 +344,26 @@ TEST_F(Exhausted, WhenAddingASchema) {
     });
 }
 
-TEST_F(Exhausted, WhenTransforming) {
-    changesNothing = false; // the result takes the place of the document
+// A stylesheet is compiled at its first use.
+TEST(ExhaustedByStylesheets, WhenCompilingAndTransforming) {
+    Document const source = documentOf(sample);
     Document const output = documentOf(L"<x/>");
-    failInTurn([&](IXMLDOMDocument* document) {
-        // Compiled anew each time.
+    std::size_t succeeding = 0;
+    for (bool failed = true; failed; ++succeeding) {
         Document const stylesheet =
             documentOf(L"<xsl:stylesheet version='1.0' "
                        L"xmlns:xsl='http://www.w3.org/1999/XSL/Transform'><xsl:template "
                        L"match='/'><out/></xsl:template></xsl:stylesheet>");
-        return document->transformNodeToObject(stylesheet.get(), variantOf(output.get()));
-    });
-    EXPECT_EQ(xmlOf(output), "<out/>\n");
+        HRESULT result = S_OK;
+        {
+            FailingAllocation const failing{succeeding};
+            result = source->transformNodeToObject(stylesheet.get(), variantOf(output.get()));
+            failed = failing.happened();
+        }
+        EXPECT_EQ(result, failed ? E_OUTOFMEMORY : S_OK) << succeeding;
+    }
+    EXPECT_EQ(xmlOf(output), "<?xml version=\"1.0\"?>\n<out/>\n");
+    EXPECT_GT(succeeding, 10U);
 }
 
 TEST_F(Exhausted, WhenValidating) {
