@@ -11,3 +11,5 @@
 #include <TibXml/WXmlSax.h>
 #include <TibXml/WXmlStringMap.h>
 #include <TibXml/WXmlValueAccessor.h>
+#include <TibXml/platform/ComRuntime.h>
+#include <TibXml/tibutils/Stream.h>

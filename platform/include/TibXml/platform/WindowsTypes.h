@@ -22,9 +22,8 @@ using ULONGLONG = std::uint64_t;
 /// True is any value but 0.
 using BOOL = std::int32_t;
 
-/// The 64-bit integer that is a keyword elsewhere. An alias takes no `unsigned`: the unsigned one
-/// is `unsigned long long`.
-using __int64 = long long; // NOLINT(bugprone-reserved-identifier): the platform's own name
+/// The 64-bit integer that is a keyword elsewhere. A macro, because an alias takes no `unsigned`.
+#define __int64 long long // NOLINT(bugprone-reserved-identifier): the platform's own name
 
 /// The truth value inside variants; only the two constants below are proper values.
 using VARIANT_BOOL = std::int16_t;
