@@ -21,8 +21,8 @@ public:
         return reader::readSax(events_, source, error);
     }
 
-    bool readText(std::string_view utf8, reader::ReadError& error) override {
-        return reader::readSaxUtf8(events_, utf8, error);
+    bool readText(std::wstring_view text, reader::ReadError& error) override {
+        return reader::readSaxWide(events_, text, error);
     }
 
 private:

@@ -159,10 +159,7 @@ bool readStream(SourceReader& reader, IUnknown* object, reader::ReadError& error
 bool readWide(SourceReader& reader, BSTR text, reader::ReadError& error) {
     std::wstring_view wide = viewOf(text);
     wide = wide.substr(0, wide.find(L'\0'));
-    std::string utf8;
-    if (!platform::appendUtf8(utf8, wide))
-        return fail(error, "the text holds characters that are not Unicode");
-    return reader.readText(utf8, error);
+    return reader.readText(wide, error);
 }
 
 } // namespace tibxml::com

@@ -21,7 +21,7 @@ std::string pathOf(BSTR text);
 class SourceReader {
 public:
     virtual bool readBytes(reader::ByteSource& source, reader::ReadError& error) = 0;
-    virtual bool readText(std::string_view utf8, reader::ReadError& error) = 0;
+    virtual bool readText(std::wstring_view text, reader::ReadError& error) = 0;
 
 protected:
     ~SourceReader() = default;

@@ -16,8 +16,8 @@ public:
         return reader::read(document_, source, error);
     }
 
-    bool readText(std::string_view utf8, reader::ReadError& error) override {
-        return reader::readUtf8(document_, utf8, error);
+    bool readText(std::wstring_view text, reader::ReadError& error) override {
+        return reader::readWide(document_, text, error);
     }
 
 private:

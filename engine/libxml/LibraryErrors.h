@@ -7,7 +7,7 @@
 
 #include <libxml/xmlerror.h>
 
-#include "SourcePosition.h"
+#include <reader/ReadError.h>
 
 namespace tibxml::reader {
 

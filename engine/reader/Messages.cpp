@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <iterator>
 
+#include <reader/ReadError.h>
+
 namespace tibxml::reader {
 
 namespace {
+
+constexpr std::size_t longestShown = 100;
 
 struct Row {
     Message message;
@@ -31,13 +35,13 @@ constexpr Row rows[] = {
     {Message::colonInName, "the name %1 has a colon where none is allowed"},
     {Message::unexpectedInTag, "%1 stands in the tag <%2>, where an attribute or '>' is expected"},
     {Message::noSpaceBeforeAttribute, "white space is missing before an attribute of <%1>"},
-    {Message::attributeWithoutValue, "the attribute %1 has no value: %2 stands where '=' is"
-                                     " expected"},
+    {Message::attributeWithoutValue, "%1 stands after the attribute %2, where '=' is expected"},
     {Message::valueWithoutQuotes, "the value of the attribute %1 does not begin with a quote"},
     {Message::lessThanInValue, "the value of the attribute %1 contains '<'"},
     {Message::attributeTwice, "the attribute %1 stands twice in the tag <%2>"},
     {Message::attributesOfOneName,
      "the attributes %1 and %2 have the same local name and namespace"},
+    {Message::characterNotInName, "%1 is not allowed in a name"},
 
     {Message::undeclaredPrefix, "the prefix of %1 is not declared"},
     {Message::emptyPrefixDeclaration, "the declaration %1 is empty: a prefix needs a namespace"},
@@ -57,6 +61,7 @@ constexpr Row rows[] = {
     {Message::unknownEntity, "the entity &%1; is not defined"},
     {Message::badCharacterReference, "the reference %1 means no character that XML allows"},
     {Message::referenceOutsideRoot, "a reference stands outside the root element"},
+    {Message::unfinishedReference, "%1 stands in the reference %2, where ';' is expected"},
 
     {Message::declarationNotFirst, "the XML declaration is not at the very start"},
     {Message::declarationWithoutVersion, "the XML declaration does not begin with a version"},
@@ -75,6 +80,22 @@ constexpr Row rows[] = {
     {Message::cutCharacter, "the document ends within a character in %1"},
 };
 
+std::string_view shortened(std::string_view text) noexcept {
+    if (text.size() <= longestShown) return text;
+    std::size_t size = longestShown;
+    while (size != 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U)
+        --size;
+    return text.substr(0, size);
+}
+
+// What was found may be longer than a message should be, have line ends, and be no text at all.
+std::string forMessage(std::string_view found) {
+    std::string text = wellFormed(shortened(found));
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
+    return text;
+}
+
 std::string_view textOf(Message message) noexcept {
     auto const* const row = std::find_if(std::begin(rows), std::end(rows),
                                          [=](Row const& r) { return r.message == message; });
@@ -88,7 +109,7 @@ std::string sentence(Message message, std::initializer_list<std::string_view> fo
     std::string_view text = textOf(message);
     for (std::size_t mark = text.find('%'); mark != std::string_view::npos; mark = text.find('%')) {
         auto const number = static_cast<std::size_t>(text[mark + 1] - '1');
-        result.append(text.substr(0, mark)).append(found.begin()[number]);
+        result.append(text.substr(0, mark)).append(forMessage(found.begin()[number]));
         text.remove_prefix(mark + 2);
     }
     return result.append(text);

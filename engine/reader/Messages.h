@@ -34,6 +34,7 @@ enum class Message : std::uint8_t {
     lessThanInValue = 26,
     attributeTwice = 27,
     attributesOfOneName = 28,
+    characterNotInName = 29,
 
     undeclaredPrefix = 30,
     emptyPrefixDeclaration = 31,
@@ -51,6 +52,7 @@ enum class Message : std::uint8_t {
     unknownEntity = 45,
     badCharacterReference = 46,
     referenceOutsideRoot = 47,
+    unfinishedReference = 48,
 
     declarationNotFirst = 50,
     declarationWithoutVersion = 51,
@@ -69,7 +71,8 @@ enum class Message : std::uint8_t {
     cutCharacter = 64,
 };
 
-// The sentence with %1, %2 and so on replaced by what was found. Throws std::bad_alloc.
+// The sentence with %1, %2 and so on replaced by what was found, the beginning of it when it is
+// long. Throws std::bad_alloc.
 std::string sentence(Message message, std::initializer_list<std::string_view> found);
 
 } // namespace tibxml::reader

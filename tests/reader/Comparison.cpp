@@ -73,8 +73,10 @@ Trace sax(std::string_view document, Entry entry) {
     return entry == Entry::bytes ? traceSax(Bytes{document}) : traceSaxOfText(document);
 }
 
-// Of a text that an error cuts off any piece may have come.
-std::string_view withoutLastText(std::string_view lines) noexcept {
+// Of a text that an error cuts off any piece may have come, and before an error at the very start
+// the start of the document may have been told or not.
+std::string_view comparable(std::string_view lines) noexcept {
+    if (lines.starts_with("(\n")) lines.remove_prefix(2);
     if (lines.empty()) return lines;
     std::size_t const last = lines.rfind('\n', lines.size() - 2) + 1;
     return lines[last] == '"' ? lines.substr(0, last) : lines;
@@ -124,8 +126,7 @@ std::string difference(std::string_view document, Entry entry) {
     if (theirs.isAccepted) {
         found.lines("events", events.lines, theirs.sax);
     } else {
-        found.lines("events up to the error", withoutLastText(events.lines),
-                    withoutLastText(theirs.sax));
+        found.lines("events up to the error", comparable(events.lines), comparable(theirs.sax));
     }
     return std::move(found).said();
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tibxml::reader {
 
@@ -27,5 +28,9 @@ inline constexpr std::uint32_t errorSource = 0xC00CE587;
 inline constexpr std::uint32_t errorNotWellFormed = 0xC00CE000;
 
 inline constexpr int maximumDepth = 256;
+
+// The text with U+FFFD in place of what is no UTF-8, as it may stand in a document with errors.
+// Throws std::bad_alloc.
+std::string wellFormed(std::string_view text);
 
 } // namespace tibxml::reader

@@ -5,6 +5,7 @@
 // processing instruction at a time, whatever the size of the document.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -75,5 +76,12 @@ bool readSax(SaxEvents& events, ByteSource& source, ReadError& error);
 
 // The same from text that is UTF-8 whatever it declares.
 bool readSaxUtf8(SaxEvents& events, std::string_view text, ReadError& error);
+
+// The same from wide text. What is no Unicode is an error with the code errorSource.
+bool readSaxWide(SaxEvents& events, std::wstring_view text, ReadError& error);
+
+// As readSax(), looking at so few bytes at a time, for tests.
+bool readSaxInSteps(SaxEvents& events, ByteSource& source, std::size_t windowSize,
+                    ReadError& error);
 
 } // namespace tibxml::reader
