@@ -3,6 +3,7 @@
 option(TIBXML_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 option(TIBXML_BENCH "Build the measurements" OFF)
 option(TIBXML_TESTS "Build the tests" ON)
+option(TIBXML_FUZZ "Build the fuzzers, which needs clang" OFF)
 set(TIBXML_SANITIZE "" CACHE STRING "Sanitizers to build with, as given to -fsanitize=")
 
 add_library(tibxml_build_options INTERFACE)
@@ -16,6 +17,11 @@ if(TIBXML_SANITIZE)
                                                         -fno-sanitize-recover=all
                                                         -fno-omit-frame-pointer -O1)
   target_link_options(tibxml_build_options INTERFACE -fsanitize=${TIBXML_SANITIZE})
+endif()
+if(TIBXML_FUZZ)
+  # Lets the fuzzer see which branches an input takes.
+  target_compile_options(tibxml_build_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(tibxml_build_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 set(CMAKE_CXX_EXTENSIONS OFF)

@@ -287,16 +287,24 @@ std::string_view kindOf(std::string_view token) noexcept {
     if (token.starts_with("<![CDATA[")) return "a CDATA section";
     if (token.starts_with("<?xml ")) return "an XML declaration";
     if (token.starts_with("<?")) return "a processing instruction";
+    if (token.starts_with("<!")) return "markup";
     if (token.starts_with("</")) return "an end tag";
     return token.starts_with('&') ? "a reference" : "a tag";
+}
+
+// Whether more text could make this a token: "<!" begins comments and CDATA sections only.
+bool mayBegin(std::string_view token) noexcept {
+    auto const fits = [&](std::string_view whole) {
+        return token.starts_with(whole) || whole.starts_with(token);
+    };
+    return !token.starts_with("<!") || fits("<!--") || fits("<![CDATA[");
 }
 
 } // namespace
 
 void Grammar::failAtEnd(char const* p) {
     if (p != end_ && isBeyondAscii(*p)) failAtCharacter(p, end_, Message::notUtf8);
-    if (p != end_ && startsWith(p, "<!") && !startsWith(p, "<!--") && !startsWith(p, "<![CDATA["))
-        fail(Message::unknownMarkup, p);
+    if (p != end_ && !mayBegin(view(p, end_))) fail(Message::unknownMarkup, p);
     if (p != end_ && (*p == '<' || *p == '&'))
         fail(Message::unfinished, end_,
              {kindOf(view(p, end_)), std::to_string(window_.placeOf(p).line)});

@@ -244,8 +244,10 @@ char const* Parser<Consumer>::partOfText(char const* begin, char const* stop) {
 template <class Consumer>
 char const* Parser<Consumer>::outside(char const* p) const {
     p = skipBlanks(p);
-    if (p != end_ && *p != '<') failOutside(p);
-    return p;
+    if (p == end_ || *p == '<') return p;
+    bool const isWhole = !isBeyondAscii(*p) || skipBeyondAscii(p, end_) != p;
+    if (!isWhole && end_ - p < 4) return nullptr;
+    failOutside(p);
 }
 
 template <class Consumer>

@@ -154,6 +154,105 @@ TEST_F(LargeInput, AnElementWith4900000ChildrenOfARepeatedChoiceIsValidated) {
     std::filesystem::remove_all(folder);
 }
 
+// What grows with the square of an input takes four times as long for twice as much of it; the
+// limit leaves room for what a machine does beside. The smaller one is measured twice, because the
+// first run takes its memory from the system.
+template <class Make>
+void expectLinear(Make makeOfSize, std::size_t size) {
+    auto const secondsFor = [&](std::size_t count) {
+        std::string const text = makeOfSize(count);
+        auto const start = std::chrono::steady_clock::now();
+        WXmlDoc document;
+        EXPECT_TRUE(document.Load(slowStream(text, never)));
+        std::chrono::duration<double> const time = std::chrono::steady_clock::now() - start;
+        return time.count();
+    };
+    secondsFor(size);
+    double const one = secondsFor(size);
+    double const two = secondsFor(2 * size);
+    std::cout << "            " << size << ": " << one << " s, " << 2 * size << ": " << two
+              << " s\n";
+    EXPECT_LT(two, 3 * one);
+}
+
+std::string elementWith(std::size_t count, std::string const& before, std::string const& after) {
+    std::string text = "<a";
+    for (std::size_t i = 0; i != count; ++i)
+        text += before + std::to_string(i) + after;
+    return text + "/>";
+}
+
+TEST_F(LargeInput, TimeIsLinearInTheAttributesOfAnElement) {
+    expectLinear([](std::size_t n) { return elementWith(n, " a", "='v'"); }, 500'000);
+}
+
+TEST_F(LargeInput, TimeIsLinearInTheAttributesWithPrefixes) {
+    expectLinear(
+        [](std::size_t n) {
+            std::string text = elementWith(n, " p:a", "='v'");
+            return text.insert(2, " xmlns:p='urn:p'");
+        },
+        250'000);
+}
+
+TEST_F(LargeInput, TimeIsLinearInTheDeclarationsOnAnElement) {
+    expectLinear([](std::size_t n) { return elementWith(n, " xmlns:p", "='urn:u'"); }, 50'000);
+}
+
+TEST_F(LargeInput, TimeIsLinearInThePrefixesInUse) {
+    expectLinear(
+        [](std::size_t n) {
+            std::string text = elementWith(n, " xmlns:p", "='urn:u'");
+            text.resize(text.size() - 2);
+            text += '>';
+            for (std::size_t i = 0; i != n; ++i)
+                text.append("<p").append(std::to_string(i)).append(":b/>");
+            return text + "</a>";
+        },
+        50'000);
+}
+
+TEST_F(LargeInput, TimeIsLinearInDistinctNames) {
+    expectLinear(
+        [](std::size_t n) {
+            std::string text = "<a>";
+            for (std::size_t i = 0; i != n; ++i)
+                text.append("<b").append(std::to_string(i)).append("/>");
+            return text + "</a>";
+        },
+        200'000);
+}
+
+TEST_F(LargeInput, TimeIsLinearInTheLengthOfATokenThatComesInSmallPieces) {
+    for (std::string const token : {"<!--", "<?p ", "<b c='", "<![CDATA["}) {
+        std::string const end = token == "<!--"     ? "-->"
+                                : token == "<?p "   ? "?>"
+                                : token == "<b c='" ? "'/>"
+                                                    : "]]>";
+        expectLinear(
+            [&](std::size_t n) { return "<a>" + token + std::string(n, 'x') + end + "</a>"; },
+            20'000'000);
+    }
+}
+
+TEST_F(LargeInput, AMillionAttributesAreKeptInOrder) {
+    auto const text = elementWith(1'000'000, " a", "='v'");
+    WXmlDoc document;
+    ASSERT_TRUE(document.Load(slowStream(text, never)));
+    std::vector<CString> names;
+    document.GetRootNode().GetAttributes(names);
+    ASSERT_EQ(names.size(), 1'000'000U);
+    EXPECT_EQ(names.front(), CString{L"a0"});
+    EXPECT_EQ(names.back(), CString{L"a999999"});
+}
+
+TEST_F(LargeInput, TheLastOfAMillionAttributesMayNotBeTheFirstAgain) {
+    std::string text = elementWith(1'000'000, " a", "='v'");
+    text.insert(text.size() - 2, " a0='w'");
+    WXmlDoc document;
+    EXPECT_FALSE(document.Load(slowStream(text, never)));
+}
+
 TEST_F(LargeInput, NestingOf200000LevelsIsRefused) {
     auto const stream = repeatingStream("<a>", "<a>", 200'000, "</a>");
     WXmlDoc document;

@@ -1,7 +1,7 @@
 // The reader against libxml2 on documents made up at random: same verdict, same tree, same events.
-#include "Comparison.h"
 #include "Peer.h"
 #include "RandomDocument.h"
+#include "ReaderComparison.h"
 #include "Tables.h"
 #include "Trace.h"
 

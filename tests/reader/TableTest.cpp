@@ -29,7 +29,16 @@ TEST_P(Tables, SayItForReadingWithoutATreeToo) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Chapters, Tables, testing::ValuesIn(tableNames()),
+TEST_P(Tables, SayWhereAnErrorIs) {
+    for (TableRow const& row : readTable(GetParam())) {
+        if (row.isAccepted) continue;
+        ReadError const error = readBytes(Bytes{row.document}).error;
+        EXPECT_EQ((Place{error.line, error.column}), row.place)
+            << row.origin << ": " << row.document << ": " << error.reason;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Chapters, Tables, testing::ValuesIn(allTableNames()),
                          [](auto const& chapter) { return chapter.param; });
 
 TEST(TablesTogether, HoldEnoughOfBothKinds) {

@@ -161,7 +161,11 @@ private:
         if (place == std::string::npos && !isAccepted)
             throw std::runtime_error{origin() + ": the place is not marked"};
         replaceAll(text, placeMark, "");
-        TableRow made{origin(), text, isAccepted, {}, unitSize_ == 1 && name_ != "encodings"};
+        TableRow made{origin(),
+                      text,
+                      isAccepted,
+                      {},
+                      unitSize_ == 1 && name_ != "encodings" && name_ != "messages"};
         if (!isAccepted) made.place = placeAfter(text.substr(0, place));
         if (unitSize_ == 1) return rows_.push_back(made);
         for (bool const isLittle : {false, true}) {
@@ -184,6 +188,10 @@ private:
 };
 
 } // namespace
+
+std::ostream& operator<<(std::ostream& out, Place const& place) {
+    return out << place.line << ":" << place.column;
+}
 
 Place placeAfter(std::string_view utf8) noexcept {
     Place place;
@@ -219,6 +227,12 @@ std::vector<TableRow> readTable(std::string const& name) {
 std::vector<std::string> const& tableNames() {
     static std::vector<std::string> const names{"documents", "characters", "markup", "namespaces",
                                                 "encodings"};
+    return names;
+}
+
+std::vector<std::string> allTableNames() {
+    std::vector<std::string> names = tableNames();
+    names.push_back("strictness");
     return names;
 }
 

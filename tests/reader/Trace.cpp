@@ -207,6 +207,13 @@ Trace tracedSax(Places places, Read readTo) {
 
 } // namespace
 
+std::string_view upToTheError(std::string_view lines) noexcept {
+    if (lines.empty()) return lines;
+    std::size_t const last = lines.rfind('\n', lines.size() - 2) + 1;
+    if (lines[last] == '"') lines.remove_suffix(lines.size() - last);
+    return lines == "(\n" ? std::string_view{} : lines;
+}
+
 Trace traceTree(Bytes source, WhiteSpace whiteSpace) {
     return tracedTree(whiteSpace, [&](tree::Document& document, ReadError& error) {
         return read(document, source, error);
@@ -228,6 +235,18 @@ Trace traceSax(Bytes source, Places places) {
 Trace traceSaxOfText(std::string_view utf8, Places places) {
     return tracedSax(places, [&](SaxEvents& events, ReadError& error) {
         return readSaxUtf8(events, utf8, error);
+    });
+}
+
+Trace traceTreeInSteps(Bytes source, std::size_t windowSize, WhiteSpace whiteSpace) {
+    return tracedTree(whiteSpace, [&](tree::Document& document, ReadError& error) {
+        return readInSteps(document, source, windowSize, error);
+    });
+}
+
+Trace traceSaxInSteps(Bytes source, std::size_t windowSize, Places places) {
+    return tracedSax(places, [&](SaxEvents& events, ReadError& error) {
+        return readSaxInSteps(events, source, windowSize, error);
     });
 }
 

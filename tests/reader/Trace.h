@@ -65,6 +65,11 @@ struct Trace {
     ReadError error;
 };
 
+// What all readers have to agree on of the events of a document that is refused: of a text that the
+// error cuts off any piece may have come, and before an error in the first bytes the document may
+// have started or not.
+std::string_view upToTheError(std::string_view lines) noexcept;
+
 enum class WhiteSpace { preserved, dropped };
 
 Trace traceTree(Bytes source, WhiteSpace whiteSpace);
@@ -75,5 +80,9 @@ enum class Places { left, told };
 
 Trace traceSax(Bytes source, Places places = Places::left);
 Trace traceSaxOfText(std::string_view utf8, Places places = Places::left);
+
+// The same when the reader looks at `windowSize` bytes at a time.
+Trace traceTreeInSteps(Bytes source, std::size_t windowSize, WhiteSpace whiteSpace);
+Trace traceSaxInSteps(Bytes source, std::size_t windowSize, Places places = Places::left);
 
 } // namespace tibxml::reader::test

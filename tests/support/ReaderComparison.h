@@ -13,11 +13,12 @@ enum class Entry { bytes, text };
 // What differs, in words; empty when nothing does.
 std::string difference(std::string_view document, Entry entry);
 
-// Where the peer's verdict is known not to be what the standard says: the rule, and which documents
-// it is about. Nothing but the verdict may differ for these.
+// Where the peer's verdict is known not to be what the standard says: the rule, which documents it
+// is about, and whether there are any among them that are well-formed.
 struct KnownDifference {
     char const* rule;
     bool (*isAbout)(std::string_view document, Entry entry);
+    bool mayBeAccepted;
 };
 
 std::span<KnownDifference const> knownDifferences();
