@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <TibXml/platform/Utf.h>
+#include <reader/Counting.h>
 
 #include "Failure.h"
 #include "SaxFeatures.h"
@@ -27,6 +28,39 @@ public:
 
 private:
     reader::SaxEvents& events_;
+};
+
+// Counts, and shows before each read how far it has come.
+class CountingSource final : public SourceReader, private reader::ByteSource {
+public:
+    explicit CountingSource(SAXCounts& shown) noexcept : shown_{shown} {}
+
+    bool readBytes(reader::ByteSource& source, reader::ReadError& error) override {
+        source_ = &source;
+        bool const isDone = reader::count(counts_, *this, error);
+        show();
+        return isDone;
+    }
+
+    bool readText(std::wstring_view text, reader::ReadError& error) override {
+        bool const isDone = reader::countWide(counts_, text, error);
+        show();
+        return isDone;
+    }
+
+private:
+    std::ptrdiff_t read(char* buffer, std::size_t size) noexcept override {
+        show();
+        return source_->read(buffer, size);
+    }
+
+    void show() noexcept {
+        shown_ = {counts_.elements, counts_.attributes, counts_.textBytes, counts_.depth};
+    }
+
+    SAXCounts& shown_;
+    reader::Counts counts_;
+    reader::ByteSource* source_ = nullptr;
 };
 
 // What is true until the end of a block.
@@ -63,6 +97,11 @@ private:
 std::string describe(reader::ReadError const& error) {
     if (error.line == 0) return error.reason;
     return std::to_string(error.line) + ":" + std::to_string(error.column) + ": " + error.reason;
+}
+
+bool readInput(SourceReader& reader, VARIANT const& input, reader::ReadError& error) {
+    return input.vt == VT_BSTR ? readWide(reader, input.bstrVal, error)
+                               : readStream(reader, input.punkVal, error);
 }
 
 // There is none, and there will be none.
@@ -171,8 +210,7 @@ HRESULT SaxReaderObject::parse(VARIANT input) noexcept {
     if (!isSource(input)) return E_INVALIDARG;
     return guarded(IID_ISAXXMLReader, [&] {
         return parseBy({}, [&](SourceReader& reader, reader::ReadError& error) {
-            return input.vt == VT_BSTR ? readWide(reader, input.bstrVal, error)
-                                       : readStream(reader, input.punkVal, error);
+            return readInput(reader, input, error);
         });
     });
 }
@@ -186,6 +224,18 @@ HRESULT SaxReaderObject::parseURL(wchar_t const* url) noexcept {
             std::string location; // nothing is looked for beside the file
             return readFile(reader, path, location, error);
         });
+    });
+}
+
+HRESULT SaxReaderObject::count(VARIANT input, SAXCounts* counts) noexcept {
+    if (counts == nullptr) return E_POINTER;
+    *counts = {};
+    if (!isSource(input)) return E_INVALIDARG;
+    return guarded(IID_ISAXCounter, [&] {
+        CountingSource counting{*counts};
+        reader::ReadError error;
+        if (readInput(counting, input, error)) return S_OK;
+        throw Failure{static_cast<HRESULT>(error.code), describe(error)};
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include <TibXml/engine/ISAXCounter.h>
 #include <TibXml/engine/ISAXXMLReader.h>
 #include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/ErrorInfo.h>
@@ -15,7 +16,8 @@
 
 namespace tibxml::com {
 
-class SaxReaderObject final : public platform::ComObject<ISAXXMLReader, ISupportErrorInfo> {
+class SaxReaderObject final
+    : public platform::ComObject<ISAXXMLReader, ISAXCounter, ISupportErrorInfo> {
 public:
     // What CoCreateInstance calls.
     static HRESULT create(REFIID iid, void** object) noexcept;
@@ -38,6 +40,8 @@ public:
     HRESULT putSecureBaseURL(wchar_t const* url) noexcept override;
     HRESULT parse(VARIANT input) noexcept override;
     HRESULT parseURL(wchar_t const* url) noexcept override;
+
+    HRESULT count(VARIANT input, SAXCounts* counts) noexcept override;
 
     HRESULT InterfaceSupportsErrorInfo(REFIID) noexcept override { return S_OK; }
 

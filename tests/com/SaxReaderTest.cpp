@@ -3,9 +3,14 @@
 #include <functional>
 #include <vector>
 
+#include <TibXml/EnginePtr.h>
+#include <TibXml/engine/ISAXCounter.h>
 #include <TibXml/engine/ISAXXMLReader.h>
 #include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/Stream.h>
+#include <reader/ReadError.h>
+
+#include "TestStreams.h"
 
 namespace tibxml::com::test {
 
@@ -451,6 +456,46 @@ TEST_F(Sax, HasNothingElse) {
     EXPECT_EQ(reader->getSecureBaseURL(&url), S_OK);
     EXPECT_EQ(reader->putSecureBaseURL(L"x"), E_NOTIMPL);
     EXPECT_EQ(reader->putBaseURL(nullptr), S_OK);
+}
+
+TEST_F(Sax, CountsWithoutTelling) {
+    Ptr<ISAXCounter> const counter = as<ISAXCounter>(reader.get());
+    SAXCounts counts{9, 9, 9, 9};
+    EXPECT_EQ(counter->count(variantOf(_bstr_t{L"<a b='1' xmlns='u'>\u20AC<c/></a>"}), &counts),
+              S_OK);
+    EXPECT_EQ(counts.elements, 2U);
+    EXPECT_EQ(counts.attributes, 1U);
+    EXPECT_EQ(counts.textBytes, 3U);
+    EXPECT_EQ(counts.depth, 2U);
+    EXPECT_EQ(handler->calls, "");
+
+    EXPECT_EQ(counter->count(variantOf(_bstr_t{L"<a>xy<b>"}), &counts), parse(L"<a>xy<b>"));
+    EXPECT_EQ(counts.elements, 2U);
+    EXPECT_EQ(counts.textBytes, 2U);
+    EXPECT_EQ(counter->count(variantOf(_bstr_t{L"<a/>"}), nullptr), E_POINTER);
+    EXPECT_EQ(counter->count(VARIANT{}, &counts), E_INVALIDARG);
+    EXPECT_EQ(counts.elements, 0U);
+}
+
+TEST_F(Sax, CountsWhatAStreamHas) {
+    Ptr<ISAXCounter> const counter = as<ISAXCounter>(reader.get());
+    std::string xml = "<a>";
+    for (int i = 0; i != 50000; ++i)
+        xml += "<b c='d'>e</b>";
+    EnginePtr<IStream> const failing = slowStream(xml, 4096, 400000);
+    VARIANT input{};
+    input.vt = VT_UNKNOWN;
+    input.punkVal = failing.operator->();
+    SAXCounts counts{};
+    EXPECT_EQ(counter->count(input, &counts), static_cast<HRESULT>(reader::errorSource));
+    EXPECT_GT(counts.elements, 28000U);
+    EXPECT_EQ(counts.elements, counts.attributes + 1);
+
+    EnginePtr<IStream> const whole = slowStream(xml + "</a>", 4096);
+    input.punkVal = whole.operator->();
+    EXPECT_EQ(counter->count(input, &counts), S_OK);
+    EXPECT_EQ(counts.elements, 50001U);
+    EXPECT_EQ(counts.textBytes, 50000U);
 }
 
 TEST_F(Sax, OffersItsInterfaces) {

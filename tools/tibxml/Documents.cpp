@@ -110,7 +110,10 @@ std::string lastReason() {
 } // namespace
 
 void streamDocument(WXmlSax& sax, InputFile& input, std::string const& name) {
-    bool const isDone = sax.ParseIStream(&input);
+    requireRead(sax.ParseIStream(&input), input, name);
+}
+
+void requireRead(bool isDone, InputFile const& input, std::string const& name) {
     input.requireSuccess();
     if (isDone) return;
     finishOutput(); // what was printed comes before the complaint about what follows it

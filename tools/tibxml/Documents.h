@@ -41,6 +41,9 @@ namespace tibxml::tool {
 /// what a callback throws. `name` is the file's name in messages.
 void streamDocument(WXmlSax& sax, InputFile& input, std::string const& name);
 
+/// Throws the same `Failure` when the engine has not read the whole of a file.
+void requireRead(bool isDone, InputFile const& input, std::string const& name);
+
 } // namespace tibxml::tool
 
 namespace CLI {

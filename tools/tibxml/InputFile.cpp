@@ -50,6 +50,7 @@ ULONG InputFile::Release() noexcept {
 }
 
 HRESULT InputFile::Read(void* buffer, ULONG count, ULONG* done) noexcept {
+    if (beforeRead) beforeRead();
     std::size_t const got = std::fread(buffer, 1, count, file_);
     position_ += got;
     bool const isFailure = got < count && std::ferror(file_) != 0;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 
 #include <TibXml/platform/HResult.h>
@@ -59,6 +60,9 @@ public:
 
     /// How many bytes were read so far.
     std::uint64_t position() const noexcept { return position_; }
+
+    /// Called before each reading. It must not throw.
+    std::function<void()> beforeRead;
 
 private:
     std::string name_;

@@ -39,7 +39,6 @@ namespace {
 
 constexpr std::chrono::seconds patience{1};
 constexpr std::chrono::milliseconds period{200};
-constexpr unsigned callsPerLook = 1024; // at the clock
 
 } // namespace
 
@@ -52,7 +51,7 @@ Progress::~Progress() {
 }
 
 void Progress::show(std::uint64_t bytes, std::uint64_t elements) noexcept {
-    if (!isTerminal_ || ++calls_ % callsPerLook != 0) return;
+    if (!isTerminal_) return;
     Clock::time_point const now = Clock::now();
     if (now < next_) return;
     next_ = now + period;

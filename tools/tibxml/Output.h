@@ -44,7 +44,6 @@ private:
 
     bool isTerminal_;
     bool isShown_ = false;
-    unsigned calls_ = 0;
     Clock::time_point next_;
 };
 

@@ -7,11 +7,16 @@
 
 #include <CLI/CLI.hpp>
 
+#include <TibXml/EnginePtr.h>
 #include <TibXml/WXmlSax.h>
+#include <TibXml/engine/ISAXCounter.h>
+#include <TibXml/engine/ISAXXMLReader.h>
+#include <TibXml/platform/ComRuntime.h>
 
 #include "Arguments.h"
 #include "Commands.h"
 #include "Documents.h"
+#include "InputFile.h"
 #include "Output.h"
 
 namespace tibxml::tool {
@@ -42,15 +47,47 @@ public:
 
     void count() {
         Progress progress; // gone before anything else is printed
+        input_.beforeRead = [&] { progress.show(input_.position(), counts_.elements); };
+        EnginePtr<ISAXCounter> const counter = createCounter();
+        if (counter) {
+            VARIANT input{};
+            input.vt = VT_UNKNOWN;
+            input.punkVal = &input_;
+            requireRead(SUCCEEDED(counter->count(input, &counts_)), input_, file_);
+        } else {
+            countEvents();
+        }
+    }
+
+    void print() const {
+        printLine("elements    " + std::to_string(counts_.elements));
+        printLine("attributes  " + std::to_string(counts_.attributes));
+        printLine("depth       " + std::to_string(counts_.depth));
+        printLine("text bytes  " + std::to_string(counts_.textBytes));
+    }
+
+private:
+    // Null where the engine is another one, which has no such thing.
+    static EnginePtr<ISAXCounter> createCounter() {
+        void* made = nullptr;
+        if (FAILED(CoCreateInstance(CLSID_SAXXMLReader60, nullptr, CLSCTX_ALL, IID_ISAXCounter,
+                                    &made)))
+            return {};
+        return EnginePtr<ISAXCounter>{static_cast<ISAXCounter*>(made), false};
+    }
+
+    void countEvents() {
         WXmlSax sax;
+        ULONG depth = 0;
         auto start = [&](auto const*, auto const* attributes) {
-            startElement(attributes->size());
-            progress.show(input_.position(), elements_);
+            ++counts_.elements;
+            counts_.attributes += attributes->size();
+            counts_.depth = std::max(counts_.depth, ++depth);
             return true;
         };
-        auto end = [this](auto const*) { return depth_-- > 0; };
-        auto text = [this](WXmlSaxText const* piece) {
-            textBytes_ += utf8Size(*piece);
+        auto end = [&](auto const*) { return depth-- > 0; };
+        auto text = [&](WXmlSaxText const* piece) {
+            counts_.textBytes += utf8Size(*piece);
             return true;
         };
         sax.OnStartElement.Bind(start);
@@ -59,27 +96,9 @@ public:
         streamDocument(sax, input_, file_);
     }
 
-    void print() const {
-        printLine("elements    " + std::to_string(elements_));
-        printLine("attributes  " + std::to_string(attributes_));
-        printLine("depth       " + std::to_string(deepest_));
-        printLine("text bytes  " + std::to_string(textBytes_));
-    }
-
-private:
-    void startElement(std::size_t attributes) {
-        ++elements_;
-        attributes_ += attributes;
-        deepest_ = std::max(deepest_, ++depth_);
-    }
-
     InputFile input_;
     std::string const& file_;
-    std::uint64_t elements_ = 0;
-    std::uint64_t attributes_ = 0;
-    std::uint64_t textBytes_ = 0;
-    int depth_ = 0;
-    int deepest_ = 0;
+    SAXCounts counts_{};
 };
 
 ExitStatus run(std::string const& file) {

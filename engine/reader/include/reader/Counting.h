@@ -1,0 +1,29 @@
+// Counts what is in a document, without telling it to anybody: no text is made wide, no name kept
+// but those that the rules need.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include <reader/ByteSource.h>
+#include <reader/ReadError.h>
+
+namespace tibxml::reader {
+
+struct Counts {
+    std::uint64_t elements = 0;
+    std::uint64_t attributes = 0; // without namespace declarations
+    std::uint64_t textBytes =
+        0;                   // within the root, as UTF-8, CDATA sections and white space included
+    std::uint32_t depth = 0; // elements inside each other
+};
+
+// As readSax() reads: true when the whole document was read, else false with `error` filled.
+// `counts` says at any time what was there so far. Throws std::bad_alloc and what the source
+// throws.
+bool count(Counts& counts, ByteSource& source, ReadError& error);
+
+// The same from wide text, whatever encoding it declares.
+bool countWide(Counts& counts, std::wstring_view text, ReadError& error);
+
+} // namespace tibxml::reader
