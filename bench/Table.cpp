@@ -5,8 +5,6 @@
 
 namespace bench {
 
-namespace {
-
 std::string formatted(char const* format, double value) {
     std::array<char, 32> text{};
     (void)std::snprintf(text.data(), text.size(), format, value);
@@ -20,6 +18,8 @@ std::string inUnit(double value, Unit unit) {
     if (value < 1e-3) return formatted("%.2f us", value * 1e6);
     return formatted("%.2f ms", value * 1e3);
 }
+
+namespace {
 
 std::string ratioTo(Row const& row, Library peer) {
     if (row.values[peer] == absent) return "-";

@@ -3,7 +3,11 @@
 //   tibxml_bench            everything
 //   tibxml_bench TEXT       the operations whose names hold the text
 //   tibxml_bench --large    also loading up to 200 MB
+//   tibxml_bench --apart    only the operations that give each library a process of its own
+//   tibxml_bench --rounds N of those: as many processes for each library, 3 unless told otherwise
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <string>
 #include <string_view>
@@ -15,6 +19,8 @@
 #include "Settings.h"
 #include "Table.h"
 #include "TemporaryFile.h"
+#include "apart/Alone.h"
+#include "apart/Apart.h"
 #include "edit/Edit.h"
 #include "edit/Growth.h"
 #include "layers/Layers.h"
@@ -36,6 +42,8 @@ using namespace bench;
 
 struct Wishes {
     bool large = false;
+    bool onlyApart = false;
+    int rounds = 3;
     std::string_view part; // of the name
 };
 
@@ -45,6 +53,10 @@ Wishes parse(int count, char** arguments) {
         std::string_view const argument = arguments[i];
         if (argument == "--large") {
             wishes.large = true;
+        } else if (argument == "--apart") {
+            wishes.onlyApart = true;
+        } else if (argument == "--rounds" && i + 1 < count) {
+            wishes.rounds = std::max(1, std::atoi(arguments[++i]));
         } else {
             wishes.part = argument;
         }
@@ -62,7 +74,7 @@ void measureAll(std::vector<Operation> operations, Wishes const& wishes) {
         if (operation.name.find(wishes.part) != std::string::npos) printRow(measure(operation));
 }
 
-void measureEverything(Wishes const& wishes) {
+void measureTogether(Wishes const& wishes) {
     TemporaryFile const largeFile{largeSettings()};
     TemporaryFile const smallFile{smallSettings()};
     Sources const large = sourcesOf(largeSettings(), largeFile);
@@ -87,12 +99,24 @@ void measureEverything(Wishes const& wishes) {
     if (wishes.large) printGrowth();
 }
 
+void measure(int count, char** arguments) {
+    if (count > 1 && std::string_view{arguments[1]} == aloneOption) {
+        doAlone(taskOf({arguments + 1, arguments + count}));
+        return;
+    }
+    Wishes const wishes = parse(count, arguments);
+    if (!wishes.onlyApart) {
+        xmlInitParser();
+        measureTogether(wishes);
+    }
+    printApart(wishes.part, wishes.rounds);
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
     try {
-        xmlInitParser();
-        measureEverything(parse(count, arguments));
+        measure(count, arguments);
         return 0;
     } catch (std::exception const& error) {
         (void)std::fprintf(stderr, "tibxml_bench: %s\n", error.what());

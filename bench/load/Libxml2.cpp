@@ -76,16 +76,20 @@ public:
         counts.addTo(print);
         for (xmlNode* item = xmlDocGetRootElement(document_.get())->children; item != nullptr;
              item = item->next) {
-            if (item->type == XML_ELEMENT_NODE)
+            if (item->type == XML_ELEMENT_NODE && isCalled(*item, "item"))
                 print.add(static_cast<std::uint64_t>(valueOf(*item)));
         }
         return print.value();
     }
 
 private:
+    static bool isCalled(xmlNode const& node, char const* name) {
+        return xmlStrEqual(node.name, reinterpret_cast<xmlChar const*>(name)) != 0;
+    }
+
     static int valueOf(xmlNode const& item) {
         for (xmlNode const* child = item.children; child != nullptr; child = child->next) {
-            if (xmlStrEqual(child->name, reinterpret_cast<xmlChar const*>("value")) != 0)
+            if (isCalled(*child, "value"))
                 return std::atoi(reinterpret_cast<char const*>(child->children->content));
         }
         throw std::runtime_error{"an item without value"};

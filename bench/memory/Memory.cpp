@@ -11,9 +11,6 @@
 
 namespace bench {
 
-namespace {
-
-// Bytes of the process that come from no file: from whichever allocator and as far as touched.
 double anonymousMemory() {
     std::ifstream pages{"/proc/self/smaps_rollup"};
     for (std::string line; std::getline(pages, line);) {
@@ -22,6 +19,8 @@ double anonymousMemory() {
     }
     throw std::runtime_error{"the system does not tell how much memory is in use"};
 }
+
+namespace {
 
 // What is taken while the document that `load` returns exists.
 template <class Load>
@@ -33,6 +32,8 @@ double memoryOf(Load load) {
     return anonymousMemory() - before;
 }
 
+} // namespace
+
 double nodeCount(std::string const& text) {
     WXmlNode const root = tibxmlDocument(text).GetRootNode();
     double count = 0;
@@ -41,8 +42,6 @@ double nodeCount(std::string const& text) {
         count += static_cast<double>(root.GetNodes(path).size());
     return count;
 }
-
-} // namespace
 
 Row memoryPerNode() {
     std::string const& text = largeSettings();

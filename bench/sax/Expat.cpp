@@ -23,7 +23,7 @@ struct CloseFile {
 // With namespaces, as the others: names come as "namespace local".
 class Sax final : public Contender {
 public:
-    explicit Sax(std::string const& path) : path_{path} {}
+    Sax(std::string const& path, Letters letters) : path_{path}, letters_{letters} {}
 
     void run() override {
         counts_ = {};
@@ -39,7 +39,7 @@ public:
 
     std::uint64_t answer() override {
         if (!done_) throw std::runtime_error{"Expat does not parse the file"};
-        return counts_.fingerprint();
+        return counts_.fingerprint(letters_);
     }
 
 private:
@@ -80,14 +80,15 @@ private:
     }
 
     std::string path_;
+    Letters letters_;
     Counts counts_;
     bool done_ = false;
 };
 
 } // namespace
 
-ContenderPtr expatSax(std::string const& path) {
-    return std::make_unique<Sax>(path);
+ContenderPtr expatSax(std::string const& path, Letters letters) {
+    return std::make_unique<Sax>(path, letters);
 }
 
 } // namespace bench

@@ -17,7 +17,7 @@ std::size_t lengthOf(xmlChar const* text) noexcept {
 
 class Sax final : public Contender {
 public:
-    explicit Sax(std::string const& path) : path_{path} {
+    Sax(std::string const& path, Letters letters) : path_{path}, letters_{letters} {
         handler_.initialized = XML_SAX2_MAGIC;
         handler_.startDocument = startDocument;
         handler_.endDocument = startDocument;
@@ -35,7 +35,7 @@ public:
 
     std::uint64_t answer() override {
         if (!done_) throw std::runtime_error{"libxml2 does not parse the file"};
-        return counts_.fingerprint();
+        return counts_.fingerprint(letters_);
     }
 
 private:
@@ -64,6 +64,7 @@ private:
     }
 
     std::string path_;
+    Letters letters_;
     xmlSAXHandler handler_{};
     Counts counts_;
     bool done_ = false;
@@ -71,8 +72,8 @@ private:
 
 } // namespace
 
-ContenderPtr libxml2Sax(std::string const& path) {
-    return std::make_unique<Sax>(path);
+ContenderPtr libxml2Sax(std::string const& path, Letters letters) {
+    return std::make_unique<Sax>(path, letters);
 }
 
 } // namespace bench

@@ -11,7 +11,9 @@ namespace {
 
 class Sax final : public Contender {
 public:
-    explicit Sax(std::string const& path) : path_{path.begin(), path.end()} {
+    Sax(std::string const& path, Letters letters)
+        : path_{path.begin(), path.end()},
+          letters_{letters} {
         sax_.OnStartDocument = {this, startDocument};
         sax_.OnEndDocument = {this, endDocument};
         sax_.OnStartElement = {this, startElement};
@@ -26,7 +28,7 @@ public:
 
     std::uint64_t answer() override {
         if (!done_) throw std::runtime_error{"TibXml does not parse the file"};
-        return counts_.fingerprint();
+        return counts_.fingerprint(letters_);
     }
 
 private:
@@ -62,6 +64,7 @@ private:
     }
 
     std::wstring path_;
+    Letters letters_;
     WXmlSax sax_;
     Counts counts_;
     bool done_ = false;
@@ -69,8 +72,8 @@ private:
 
 } // namespace
 
-ContenderPtr tibxmlSax(std::string const& path) {
-    return std::make_unique<Sax>(path);
+ContenderPtr tibxmlSax(std::string const& path, Letters letters) {
+    return std::make_unique<Sax>(path, letters);
 }
 
 } // namespace bench

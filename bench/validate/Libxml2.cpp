@@ -55,7 +55,7 @@ public:
 private:
     xmlDoc* load() const {
         return xmlReadMemory(sources_.text.data(), static_cast<int>(sources_.text.size()), nullptr,
-                             nullptr, libxml2Options());
+                             nullptr, options_);
     }
 
     Sources const& sources_;
