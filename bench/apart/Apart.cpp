@@ -82,6 +82,7 @@ std::vector<double> medians(Comparison const& comparison, Task task, int rounds)
             samples[task.contestant].add(outputOf(task));
     }
     std::vector<double> values;
+    values.reserve(samples.size());
     for (Samples& one : samples)
         values.push_back(one.median());
     return values;

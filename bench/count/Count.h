@@ -1,7 +1,6 @@
 // Counting what is in a file without keeping any of it, as `tibxml stats` does.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -10,31 +9,18 @@
 
 namespace bench {
 
-class FileCounts {
-public:
-    void start(std::size_t attributes) noexcept {
-        ++elements_;
-        attributes_ += attributes;
-        deepest_ = std::max(deepest_, ++depth_);
-    }
-
-    void end() noexcept { --depth_; }
-
-    void text(std::uint64_t bytes) noexcept { textBytes_ += bytes; }
+struct FileCounts {
+    std::uint64_t elements = 0;
+    std::uint64_t attributes = 0;
+    std::uint64_t textBytes = 0; // as UTF-8
+    std::uint64_t depth = 0;     // elements inside each other
 
     std::uint64_t fingerprint() const noexcept {
         Fingerprint print;
-        for (std::uint64_t const count : {elements_, attributes_, textBytes_, deepest_})
+        for (std::uint64_t const count : {elements, attributes, textBytes, depth})
             print.add(count);
         return print.value();
     }
-
-private:
-    std::uint64_t elements_ = 0;
-    std::uint64_t attributes_ = 0;
-    std::uint64_t textBytes_ = 0; // as UTF-8
-    std::uint64_t depth_ = 0;
-    std::uint64_t deepest_ = 0;
 };
 
 ContenderPtr tibxmlCount(std::string const& path);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <stdexcept>
 
 #include <libxml/parser.h>
@@ -7,10 +8,6 @@
 namespace bench {
 
 namespace {
-
-FileCounts& countsOf(void* data) noexcept {
-    return *static_cast<FileCounts*>(data);
-}
 
 class Count final : public Contender {
 public:
@@ -25,7 +22,8 @@ public:
 
     void run() override {
         counts_ = {};
-        done_ = xmlSAXUserParseFile(&handler_, &counts_, path_.c_str()) == 0;
+        depth_ = 0;
+        done_ = xmlSAXUserParseFile(&handler_, this, path_.c_str()) == 0;
     }
 
     std::uint64_t answer() override {
@@ -34,22 +32,28 @@ public:
     }
 
 private:
+    static Count& self(void* data) noexcept { return *static_cast<Count*>(data); }
+
     static void startElement(void* data, xmlChar const*, xmlChar const*, xmlChar const*, int,
                              xmlChar const**, int attributeCount, int, xmlChar const**) {
-        countsOf(data).start(static_cast<std::size_t>(attributeCount));
+        Count& count = self(data);
+        ++count.counts_.elements;
+        count.counts_.attributes += static_cast<unsigned>(attributeCount);
+        count.counts_.depth = std::max(count.counts_.depth, ++count.depth_);
     }
 
     static void endElement(void* data, xmlChar const*, xmlChar const*, xmlChar const*) {
-        countsOf(data).end();
+        --self(data).depth_;
     }
 
     static void characters(void* data, xmlChar const*, int length) {
-        countsOf(data).text(static_cast<std::uint64_t>(length));
+        self(data).counts_.textBytes += static_cast<unsigned>(length);
     }
 
     std::string path_;
     xmlSAXHandler handler_{};
     FileCounts counts_;
+    std::uint64_t depth_ = 0;
     bool done_ = false;
 };
 

@@ -1,7 +1,10 @@
 #include <stdexcept>
-#include <string_view>
 
-#include <TibXml/TibXml.h>
+#include <TibXml/EnginePtr.h>
+#include <TibXml/engine/ISAXCounter.h>
+#include <TibXml/engine/ISAXXMLReader.h>
+#include <TibXml/platform/ComRuntime.h>
+#include <TibXml/tibutils/Stream.h>
 
 #include "Count.h"
 
@@ -9,57 +12,34 @@ namespace bench {
 
 namespace {
 
-std::uint64_t utf8Size(WXmlSaxText const& text) noexcept {
-    std::uint64_t size = 0;
-    for (wchar_t const c : std::wstring_view{text.text, static_cast<std::size_t>(text.length)}) {
-        auto const code = static_cast<char32_t>(c);
-        size += code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
-    }
-    return size;
+EnginePtr<ISAXCounter> createCounter() {
+    void* made = nullptr;
+    if (CoCreateInstance(CLSID_SAXXMLReader60, nullptr, CLSCTX_ALL, IID_ISAXCounter, &made) != S_OK)
+        throw std::runtime_error{"TibXml makes no counter"};
+    return EnginePtr<ISAXCounter>{static_cast<ISAXCounter*>(made), false};
 }
 
 class Count final : public Contender {
 public:
-    explicit Count(std::string const& path) : path_{path.begin(), path.end()} {
-        sax_.OnStartElement = {this, startElement};
-        sax_.OnEndElement = {this, endElement};
-        sax_.OnCharacters = {this, characters};
-    }
+    explicit Count(std::string const& path) : path_{path.begin(), path.end()} {}
 
     void run() override {
-        counts_ = {};
-        done_ = sax_.ParseFile(path_.c_str());
+        auto const file = TibUtils::Stream::FromFile(path_.c_str());
+        VARIANT input{};
+        input.vt = VT_UNKNOWN;
+        input.punkVal = static_cast<IStream*>(file);
+        done_ = createCounter()->count(input, &counts_) == S_OK;
     }
 
     std::uint64_t answer() override {
         if (!done_) throw std::runtime_error{"TibXml does not count the file"};
-        return counts_.fingerprint();
+        return FileCounts{counts_.elements, counts_.attributes, counts_.textBytes, counts_.depth}
+            .fingerprint();
     }
 
 private:
-    static FileCounts& countsOf(void* context) noexcept {
-        return static_cast<Count*>(context)->counts_;
-    }
-
-    static bool startElement(void* context, WXmlSaxText const*,
-                             std::vector<WXmlSaxAttribute> const* attributes) {
-        countsOf(context).start(attributes->size());
-        return true;
-    }
-
-    static bool endElement(void* context, WXmlSaxText const*) {
-        countsOf(context).end();
-        return true;
-    }
-
-    static bool characters(void* context, WXmlSaxText const* text) {
-        countsOf(context).text(utf8Size(*text));
-        return true;
-    }
-
     std::wstring path_;
-    WXmlSax sax_;
-    FileCounts counts_;
+    SAXCounts counts_{};
     bool done_ = false;
 };
 
