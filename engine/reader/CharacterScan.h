@@ -36,6 +36,13 @@ inline unsigned multiByteLength(char const* p) noexcept {
     return isContinuation(byteAt(p + 3)) && high - 0x3C10U < 0x100U ? 4 : 0;
 }
 
+// Whether more text may make a whole character of what begins at p.
+inline bool mayBeCut(char const* p, char const* end) noexcept {
+    if (p == end || !isBeyondAscii(*p) || end - p >= 4) return false;
+    unsigned const length = multiByteLength(p);
+    return length == 0 || end - p < static_cast<std::ptrdiff_t>(length);
+}
+
 // Goes over characters beyond ASCII. Stays at one that is not whole or not allowed.
 inline char const* skipBeyondAscii(char const* p, char const* end) noexcept {
     while (p < end && isBeyondAscii(*p)) {

@@ -52,7 +52,7 @@ public:
             p_ += word.size();
             return true;
         }
-        hasEnded_ = hasEnded_ || word.starts_with(rest);
+        hasEnded_ = hasEnded_ || word.starts_with(rest) || mayBeCut(p_, end_);
         return false;
     }
 
@@ -65,7 +65,7 @@ public:
         skipBlanks();
         expect("=");
         skipBlanks();
-        hasEnded_ = hasEnded_ || p_ == end_;
+        hasEnded_ = hasEnded_ || p_ == end_ || mayBeCut(p_, end_);
         if (hasEnded_) return {};
         char const quote = *p_;
         if (quote != '"' && quote != '\'')

@@ -245,8 +245,7 @@ template <class Consumer>
 char const* Parser<Consumer>::outside(char const* p) const {
     p = skipBlanks(p);
     if (p == end_ || *p == '<') return p;
-    bool const isWhole = !isBeyondAscii(*p) || skipBeyondAscii(p, end_) != p;
-    if (!isWhole && end_ - p < 4) return nullptr;
+    if (mayBeCut(p, end_)) return nullptr;
     failOutside(p);
 }
 

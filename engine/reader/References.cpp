@@ -47,7 +47,7 @@ char const* readNumber(char const* p, char const* end, char32_t& character) {
     for (; next < end && digitValue(*next, base) != 16; ++next) {
         if (character < beyondUnicode) character = character * base + digitValue(*next, base);
     }
-    if (next == end) return nullptr;
+    if (next == end || mayBeCut(next, end)) return nullptr;
     if (*next != ';' || next == digits)
         failAtCharacter(next, end, Message::unfinishedReference, {view(p, next)});
     if (!isCharacter(character))
@@ -61,7 +61,7 @@ char const* readReference(char const* p, char const* end, char32_t& character) {
     if (end - p < 2) return nullptr;
     if (p[1] == '#') return readNumber(p, end, character);
     char const* const nameEnd = findNameEnd(p + 1, end);
-    if (nameEnd == end) return nullptr;
+    if (nameEnd == end || mayBeCut(nameEnd, end)) return nullptr;
     if (nameEnd == p + 1) fail(Message::ampersandAlone, p);
     if (*nameEnd != ';')
         failAtCharacter(nameEnd, end, Message::unfinishedReference, {view(p, nameEnd)});

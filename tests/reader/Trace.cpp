@@ -113,9 +113,7 @@ private:
                 writer_.line('@', a->name->uri, a->name->qualified, a->text());
     }
 
-    // No peer reports that of "xml"; see NamespaceTest.cpp.
     void declaration(Node const& attribute) {
-        if (attribute.name->local == "xml") return;
         bool const isDefault = attribute.name->prefix.empty();
         std::string text{isDefault ? std::string_view{} : attribute.name->local};
         writer_.line('#', text.append("=").append(attribute.text()));
