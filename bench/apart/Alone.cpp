@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <limits>
+#include <malloc.h>
 #include <stdexcept>
 #include <sys/mman.h>
 
@@ -47,6 +49,13 @@ private:
     void* page_;
 };
 
+// Otherwise the allocator gives the memory of a large document back to the system when it is freed,
+// and the next run begins with cold memory.
+void keepFreedMemory() noexcept {
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+    mallopt(M_MMAP_MAX, 0);
+}
+
 class Alone {
 public:
     Alone(Comparison const& comparison, Contestant const& contestant, Sources const& sources)
@@ -62,6 +71,7 @@ public:
 
     void printSamples(int samples) const {
         returnFreeMemory();
+        if (comparison_.way == Way::warm) keepFreedMemory();
         ContenderPtr const contender =
             comparison_.way == Way::warm ? contestant_.make(sources_) : nullptr;
         int const runs = contender ? runsPerSample(*contender) : 1;
