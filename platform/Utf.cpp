@@ -5,8 +5,8 @@
 #include <limits>
 
 // The loops over blocks have a fixed number of steps and no exit, which is what lets the compiler
-// turn them into vector code. Where a block turns out not to be ASCII, a whole block's worth is
-// taken one by one before the next is tried: text that is not ASCII seldom changes back soon.
+// turn them into vector code. Where wide text is not ASCII, a whole block's worth is taken one by
+// one before the next is tried: text that is not ASCII seldom changes back soon.
 namespace tibxml::platform {
 
 namespace {
@@ -165,10 +165,10 @@ std::size_t leadBytes(std::uint64_t word) noexcept {
     return static_cast<std::size_t>((leads * lowBits) >> 56);
 }
 
-/// Widens until `stop` is reached or passed; at `end` also when the last character is cut short.
-char const* widenSingly(char const* bytes, char const* stop, char const* end,
-                        wchar_t*& out) noexcept {
-    while (bytes < stop) {
+/// Widens the characters beyond ASCII at the front; ends at `end` also when the last one is cut
+/// short.
+char const* widenBeyondAscii(char const* bytes, char const* end, wchar_t*& out) noexcept {
+    while (bytes != end && byteAt(bytes) >= 0x80) {
         auto const lead = byteAt(bytes);
         auto const length = sequenceLength(lead);
         if (end - bytes < std::ptrdiff_t{length}) return end;
@@ -261,8 +261,10 @@ wchar_t* widenUtf8(std::string_view utf8, wchar_t* out) noexcept {
         copyAscii<blockSize>(bytes, end, out);
         auto const rest = static_cast<std::size_t>(end - bytes);
         if (bytes != before && widenEnd(utf8, rest, out)) return out + rest;
-        auto const* const stop = bytes + std::min<std::ptrdiff_t>(end - bytes, blockSize);
-        bytes = widenSingly(bytes, stop, end, out);
+        copyAscii<wordSize>(bytes, end, out);
+        while (bytes != end && byteAt(bytes) < 0x80)
+            *out++ = unitOf(*bytes++);
+        bytes = widenBeyondAscii(bytes, end, out);
     }
     return out;
 }
