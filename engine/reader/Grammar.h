@@ -34,7 +34,8 @@ struct StartTag {
 
 class Grammar {
 public:
-    explicit Grammar(Window& window) noexcept : window_{window} {}
+    // Throws std::bad_alloc.
+    explicit Grammar(Window& window) : window_{window} {}
 
     Grammar(Grammar const&) = delete;
     Grammar& operator=(Grammar const&) = delete;

@@ -29,7 +29,8 @@ namespace tibxml::reader {
 template <class Consumer>
 class Parser : public Grammar {
 public:
-    Parser(Window& window, Consumer& consumer) noexcept : Grammar{window}, consumer_{consumer} {}
+    // Throws std::bad_alloc.
+    Parser(Window& window, Consumer& consumer) : Grammar{window}, consumer_{consumer} {}
 
     // Reads the whole document. Throws ParseFailure, std::bad_alloc and what the consumer throws.
     void run();

@@ -254,7 +254,7 @@ TEST_F(SaxInput, MayBe256ElementsDeepAndNoMore) {
     recorder.take();
     EXPECT_FALSE(parseBytes(nested(257)));
     EXPECT_EQ(recorder.calls, 1 + 256U);
-    EXPECT_EQ(words(), "1:771: elements are nested more than 256 deep");
+    EXPECT_EQ(words(), "1:769: elements are nested more than 256 deep");
     EXPECT_FALSE(parseBytes(nested(100'000)));
 }
 

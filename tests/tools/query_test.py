@@ -31,7 +31,7 @@ QUERIES = [
     (["/comment()", "--text"], " top \n", 0),
     (["/comment()"], "<!-- top -->\n", 0),
     ([".", "--count"], "1\n", 0),
-    (["/", "--text"], "onezw\u00f6lf & more<raw>\n", 0),
+    (["/", "--text"], "one zw\u00f6lf & more <raw>\n", 0),
     (["/"], DOCUMENT, 0),
     (["item[.='one'] | data", "--count"], "2\n", 0),
     (["item[contains(., 'w\u00f6l')]/@id", "--text"], "2\n", 0),
