@@ -37,12 +37,13 @@ VARIANT objectVariant(IUnknown* object) noexcept {
 // The document in a stream, read as any other is.
 ComPtr<NodeHandle> loaded(VARIANT const& stream) {
     // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): guarded() handles it
-    auto const document = ComPtr<DocumentObject>::adopt(new DocumentObject);
+    auto* const document = new DocumentObject;
+    auto handle = ComPtr<NodeHandle>::adopt(document);
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     HRESULT const result = document->load(stream, &isLoaded);
     if (FAILED(result)) throw Failure{result, "the input cannot be read"};
     if (isLoaded == VARIANT_FALSE) throw Failure{E_FAIL, "the input is no document"};
-    return ComPtr<NodeHandle>{document.get()};
+    return handle;
 }
 
 ComPtr<NodeHandle> inputIn(VARIANT const& value) {
