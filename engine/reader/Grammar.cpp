@@ -215,9 +215,10 @@ void Grammar::checkExpandedNames() {
         if (name.prefixLength == 0) continue;
         auto const [before, isNew] =
             found.try_emplace({name.attributePrefix->uri, name.local()}, &attribute);
-        if (!isNew)
+        if (!isNew) {
             fail(Message::attributesOfOneName, attribute.at,
                  {before->second->name->text, name.text});
+        }
     }
 }
 
@@ -305,9 +306,10 @@ bool mayBegin(std::string_view token) noexcept {
 void Grammar::failAtEnd(char const* p) {
     if (p != end_ && isBeyondAscii(*p)) failAtCharacter(p, end_, Message::notUtf8);
     if (p != end_ && !mayBegin(view(p, end_))) fail(Message::unknownMarkup, p);
-    if (p != end_ && (*p == '<' || *p == '&'))
+    if (p != end_ && (*p == '<' || *p == '&')) {
         fail(Message::unfinished, end_,
              {kindOf(view(p, end_)), std::to_string(window_.placeOf(p).line)});
+    }
     if (depth_ != 0) {
         OpenElement& open = open_[depth_ - 1];
         fail(Message::elementNotClosed, end_, {open.name->text, std::to_string(lineOf(open))});

@@ -30,9 +30,10 @@ public:
     void startElement(void* name, StartTag const& tag) {
         endText();
         writer_.openElement(static_cast<tree::Name*>(name));
-        for (Attribute const& attribute : tag.attributes)
+        for (Attribute const& attribute : tag.attributes) {
             writer_.addAttribute(static_cast<tree::Name*>(attribute.name->attributeName),
                                  attribute.value);
+        }
         if (tag.has(NameUse::space)) noteSpace(tag);
     }
 

@@ -110,7 +110,7 @@ void NamespaceNodes::drop(Document& document, Node* node) noexcept {
 void NamespaceNodes::sweepLoose(Document& document, Node const* kept) noexcept {
     bool keeps = false;
     for (Node* node : loose_) {
-        if (node == kept && node->handle == nullptr) {
+        if (node->handle == nullptr && node == kept) {
             keeps = true;
             continue;
         }
