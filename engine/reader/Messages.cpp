@@ -69,7 +69,6 @@ constexpr Row rows[] = {
     {Message::badEncodingName, "%1 is not the name of an encoding"},
     {Message::badStandalone, "standalone is neither yes nor no but %1"},
     {Message::badDeclaration, "%1 stands in the XML declaration, where %2 is expected"},
-    {Message::instructionWithoutTarget, "a processing instruction begins without a name"},
     {Message::instructionNamedXml, "a processing instruction cannot be named %1"},
     {Message::noSpaceAfterTarget, "%1 stands after the name of the processing instruction %2"},
 

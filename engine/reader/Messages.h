@@ -60,7 +60,6 @@ enum class Message : std::uint8_t {
     badEncodingName = 53,
     badStandalone = 54,
     badDeclaration = 55,
-    instructionWithoutTarget = 56,
     instructionNamedXml = 57,
     noSpaceAfterTarget = 58,
 

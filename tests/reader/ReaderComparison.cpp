@@ -99,6 +99,18 @@ std::string withoutDeclarationsOfXml(std::string lines) {
     return lines;
 }
 
+// Other encodings the peer converts by blocks, ahead of its events: it may find a wrong byte before
+// it has told what stands in front of that.
+bool isConverted(std::string_view document, Entry entry) {
+    if (entry == Entry::text) return false;
+    std::string declaration = declarationOf(document);
+    std::transform(declaration.begin(), declaration.end(), declaration.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    bool const namesAnother = declaration.find("encoding") != std::string::npos &&
+                              declaration.find("utf-8") == std::string::npos;
+    return unitSizeOf(document) != 1 || namesAnother;
+}
+
 class Difference {
 public:
     void verdict(char const* what, Trace const& ours, PeerTraces const& theirs) {
@@ -144,7 +156,7 @@ std::string difference(std::string_view document, Entry entry) {
     found.lines("tree without white space", dropped.lines, theirs.dropped);
     if (theirs.isAccepted) {
         found.lines("events", events.lines, theirs.sax);
-    } else {
+    } else if (!isConverted(document, entry)) {
         found.lines("events up to the error", std::string{upToTheError(events.lines)},
                     upToTheError(theirs.sax));
     }
