@@ -3,6 +3,7 @@
 #include <string_view>
 #include <utility>
 
+#include <libxslt/extensions.h>
 #include <libxslt/imports.h>
 #include <libxslt/xsltInternals.h>
 #include <libxslt/xsltutils.h>
@@ -31,8 +32,9 @@ struct Stylesheet::Compiled {
 
 namespace {
 
+// libxslt makes its tables and the lock of its extensions on first use, which it does not guard.
 void initializeOnce() {
-    static bool const initialized = (xmlInitParser(), xsltInit(), true);
+    static bool const initialized = (xmlInitParser(), xsltInitGlobals(), xsltInit(), true);
     static_cast<void>(initialized);
 }
 
