@@ -3,47 +3,76 @@
 #include <utility>
 
 #include "AttributeEquals.h"
-#include "Constants.h"
-#include "ContextFunctions.h"
-#include "Path.h"
 
 namespace tibxml::query {
 
 namespace {
 
-// The step `@name` when the expression is nothing else.
-Step const* attributeStep(Expression const& expression) noexcept {
-    auto const* path = dynamic_cast<Path const*>(&expression);
-    Step const* const step = path != nullptr ? path->singleStep() : nullptr;
-    bool const plain = step != nullptr && step->axis == Axis::attribute &&
-                       step->test.kind == NodeTest::Kind::attributeNamed &&
-                       step->predicates.empty();
-    return plain ? step : nullptr;
-}
+// `@k='v'`
+class AttributeComparison final : public BooleanExpression {
+public:
+    AttributeComparison(std::uint32_t name, std::string value) noexcept
+        : comparison_{name, std::move(value)} {}
 
-ExpressionPtr attributeEquals(Expression const& left, Expression const& right) {
-    Step const* const step = attributeStep(left);
-    auto const* value = dynamic_cast<StringConstant const*>(&right);
-    if (step == nullptr || value == nullptr) return nullptr;
-    return std::make_unique<AttributeEquals>(step->test.name, value->value());
-}
+    Form form() const noexcept override {
+        return {.kind = Form::Kind::attributeEquals, .attributeEquals = &comparison_};
+    }
 
-// `position()=3` and `position()=last()`.
-ExpressionPtr positionIs(ExpressionPtr& left, ExpressionPtr& right) {
-    if (dynamic_cast<Position const*>(left.get()) == nullptr) return nullptr;
-    bool const known = dynamic_cast<NumberConstant const*>(right.get()) != nullptr ||
-                       dynamic_cast<Last const*>(right.get()) != nullptr;
-    return known ? std::make_unique<PositionIs>(std::move(right)) : nullptr;
+    bool boolean(Context const& context) const override {
+        return comparison_.holds(context.evaluation, context.node);
+    }
+
+private:
+    AttributeEquals comparison_;
+};
+
+// `position()=3`, which as a predicate is the same as 3.
+class PositionIs final : public BooleanExpression {
+public:
+    explicit PositionIs(double position) noexcept : position_{position} { dependOnPosition(); }
+
+    Form form() const noexcept override {
+        return {.kind = Form::Kind::positionIs, .number = position_};
+    }
+
+    bool boolean(Context const& context) const override {
+        return static_cast<double>(context.position) == position_;
+    }
+
+private:
+    double position_;
+};
+
+// `position()=last()`, which as a predicate is the same as last().
+class PositionIsLast final : public BooleanExpression {
+public:
+    PositionIsLast() noexcept {
+        dependOnPosition();
+        dependOnSize();
+    }
+
+    Form form() const noexcept override { return {.kind = Form::Kind::positionIsLast}; }
+
+    bool boolean(Context const& context) const override { return context.position == context.size; }
+};
+
+// Null when no form is faster with the operands in this order.
+ExpressionPtr fasterEquality(Form const& left, Form const& right) {
+    using Kind = Form::Kind;
+    if (left.kind == Kind::attribute && right.kind == Kind::string)
+        return std::make_unique<AttributeComparison>(left.name, *right.string);
+    if (left.kind != Kind::position) return nullptr;
+    if (right.kind == Kind::number) return std::make_unique<PositionIs>(right.number);
+    if (right.kind == Kind::last) return std::make_unique<PositionIsLast>();
+    return nullptr;
 }
 
 } // namespace
 
 ExpressionPtr makeComparison(Relation relation, ExpressionPtr left, ExpressionPtr right) {
     if (relation == Relation::equal) {
-        if (ExpressionPtr form = attributeEquals(*left, *right)) return form;
-        if (ExpressionPtr form = attributeEquals(*right, *left)) return form;
-        if (ExpressionPtr form = positionIs(left, right)) return form;
-        if (ExpressionPtr form = positionIs(right, left)) return form;
+        if (ExpressionPtr faster = fasterEquality(left->form(), right->form())) return faster;
+        if (ExpressionPtr faster = fasterEquality(right->form(), left->form())) return faster;
     }
     return std::make_unique<Comparison>(relation, std::move(left), std::move(right));
 }

@@ -11,7 +11,7 @@ class NumberConstant final : public NumberExpression {
 public:
     explicit NumberConstant(double value) noexcept : value_{value} {}
 
-    double value() const noexcept { return value_; }
+    Form form() const noexcept override { return {.kind = Form::Kind::number, .number = value_}; }
 
     double number(Context const&) const override { return value_; }
 
@@ -23,7 +23,7 @@ class StringConstant final : public StringExpression {
 public:
     explicit StringConstant(std::string value) noexcept : value_{std::move(value)} {}
 
-    std::string const& value() const noexcept { return value_; }
+    Form form() const noexcept override { return {.kind = Form::Kind::string, .string = &value_}; }
 
     std::string_view string(Context const&, std::string&) const override { return value_; }
 

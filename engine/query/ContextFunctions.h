@@ -12,6 +12,8 @@ class Position final : public NumberExpression {
 public:
     Position() noexcept { dependOnPosition(); }
 
+    Form form() const noexcept override { return {.kind = Form::Kind::position}; }
+
     double number(Context const& context) const override {
         return static_cast<double>(context.position);
     }
@@ -21,27 +23,11 @@ class Last final : public NumberExpression {
 public:
     Last() noexcept { dependOnSize(); }
 
+    Form form() const noexcept override { return {.kind = Form::Kind::last}; }
+
     double number(Context const& context) const override {
         return static_cast<double>(context.size);
     }
-};
-
-// `position()=` a number: as a predicate it is the same as that number alone.
-class PositionIs final : public BooleanExpression {
-public:
-    explicit PositionIs(ExpressionPtr number) noexcept : number_{std::move(number)} {
-        dependOnPosition();
-        dependLike(*number_);
-    }
-
-    Expression const& value() const noexcept { return *number_; }
-
-    bool boolean(Context const& context) const override {
-        return number_->number(context) == static_cast<double>(context.position);
-    }
-
-private:
-    ExpressionPtr number_;
 };
 
 // Whether the nearest xml:lang around the context node names the language or a dialect of it.

@@ -14,6 +14,31 @@ namespace tibxml::query {
 
 enum class ValueType : std::uint8_t { nodes, boolean, number, string };
 
+struct AttributeEquals;
+
+// What an expression is, as far as what stands around it chooses a faster way because of that. It
+// is read when expressions are compiled, never when they are evaluated. A part that the kind does
+// not mention means nothing; the pointers point into the expression.
+struct Form {
+    enum class Kind : std::uint8_t {
+        general,
+        number,          // the constant `number`
+        string,          // the constant `*string`
+        position,        // position()
+        last,            // last()
+        positionIs,      // position()= the constant `number`
+        positionIsLast,  // position()=last()
+        attribute,       // @name, by the number that NameResolution gave
+        attributeEquals, // @name='value'
+    };
+
+    Kind kind = Kind::general;
+    double number = 0;
+    std::string const* string = nullptr;
+    std::uint32_t name = 0;
+    AttributeEquals const* attributeEquals = nullptr;
+};
+
 // Every expression has one of four types, known when it is compiled because there are no
 // variables, and can give its value converted to each of the other types that XPath knows.
 class Expression {
@@ -23,6 +48,8 @@ public:
     virtual ~Expression() = default;
 
     ValueType type() const noexcept { return type_; }
+
+    virtual Form form() const noexcept { return {}; }
 
     // Whether the value depends on the context's position or size.
     bool usesPosition() const noexcept { return usesPosition_; }

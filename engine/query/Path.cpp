@@ -29,8 +29,13 @@ Path::Path(Origin origin, std::vector<Step> steps)
       spread_{inDocumentOrder_.depthFirst() == steps_.size() ? inDocumentOrder_.spread
                                                              : Spread::nested} {}
 
-Step const* Path::singleStep() const noexcept {
-    return origin_ == Origin::context && steps_.size() == 1 ? &steps_.front() : nullptr;
+Form Path::form() const noexcept {
+    if (origin_ != Origin::context || steps_.size() != 1) return {};
+    Step const& step = steps_.front();
+    bool const isAttribute = step.axis == Axis::attribute &&
+                             step.test.kind == NodeTest::Kind::attributeNamed &&
+                             step.predicates.empty();
+    return isAttribute ? Form{.kind = Form::Kind::attribute, .name = step.test.name} : Form{};
 }
 
 bool Path::asksForMissingNames(Evaluation const& evaluation) const noexcept {

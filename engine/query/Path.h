@@ -23,8 +23,7 @@ public:
 
     Spread spread() const noexcept override { return spread_; }
 
-    // The path when it is a single step from the context node, else null.
-    Step const* singleStep() const noexcept;
+    Form form() const noexcept override;
 
 private:
     PathPlan const& planFor(Order order) const noexcept;

@@ -2,9 +2,6 @@
 
 #include <utility>
 
-#include "Constants.h"
-#include "ContextFunctions.h"
-
 namespace tibxml::query {
 
 namespace {
@@ -17,28 +14,33 @@ std::size_t asIndex(double number) noexcept {
     return static_cast<double>(index) == number ? index : 0;
 }
 
-// What a predicate compares with the position, or else the predicate itself.
-Expression const& comparedWithPosition(Expression const& predicate) noexcept {
-    auto const* comparison = dynamic_cast<PositionIs const*>(&predicate);
-    return comparison != nullptr ? comparison->value() : predicate;
-}
-
 } // namespace
 
-void Predicates::add(ExpressionPtr expression) {
-    Item item{Kind::condition, 0, dynamic_cast<AttributeEquals const*>(expression.get()), nullptr};
-    Expression const& value = comparedWithPosition(*expression);
-    if (value.type() == ValueType::number) item.kind = Kind::number;
-    if (auto const* constant = dynamic_cast<NumberConstant const*>(&value)) {
+Predicates::Item Predicates::itemFor(ExpressionPtr expression) {
+    Form const form = expression->form();
+    bool const isNumber = expression->type() == ValueType::number;
+    Item item{isNumber ? Kind::number : Kind::condition, 0, form.attributeEquals,
+              std::move(expression)};
+    switch (form.kind) {
+    case Form::Kind::number:
+    case Form::Kind::positionIs:
         item.kind = Kind::index;
-        item.index = asIndex(constant->value());
+        item.index = asIndex(form.number);
+        break;
+    case Form::Kind::last:
+    case Form::Kind::positionIsLast: item.kind = Kind::last; break;
+    default: break;
     }
-    if (dynamic_cast<Last const*>(&value) != nullptr) item.kind = Kind::last;
-    bool const counts = item.kind != Kind::condition || expression->usesPosition();
-    positional_ = positional_ || counts || expression->usesSize();
-    needsSize_ = needsSize_ || expression->usesSize();
+    return item;
+}
+
+void Predicates::add(ExpressionPtr expression) {
+    bool const usesSize = expression->usesSize();
+    bool const usesPosition = expression->usesPosition();
+    Item item = itemFor(std::move(expression));
+    positional_ = positional_ || item.kind != Kind::condition || usesPosition || usesSize;
+    needsSize_ = needsSize_ || usesSize;
     selectsOne_ = selectsOne_ || item.kind == Kind::index || item.kind == Kind::last;
-    item.expression = std::move(expression);
     items_.push_back(std::move(item));
 }
 

@@ -39,8 +39,9 @@ public:
         return !items_.empty() ? items_.front().attribute : nullptr;
     }
 
-    // For predicates that are not positional.
+    // For predicates that are not positional. Most steps have none, so that is seen at once.
     bool hold(Evaluation const& evaluation, tree::Node* node) const {
+        if (items_.empty()) return true;
         for (Item const& item : items_) {
             if (item.attribute != nullptr ? !item.attribute->holds(evaluation, node)
                                           : !item.expression->boolean({evaluation, node}))
@@ -86,6 +87,7 @@ private:
         ExpressionPtr expression;
     };
 
+    static Item itemFor(ExpressionPtr expression);
     static bool holds(Item const& item, Context const& context);
 
     std::vector<Item> items_;

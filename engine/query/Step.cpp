@@ -47,14 +47,14 @@ bool isIndexable(Axis axis, Step const& step) noexcept {
 bool walkByAttribute(Step const& step, Evaluation const& evaluation, tree::Node* context,
                      NodeVisitor visitor) {
     AttributeEquals const& first = *step.predicates.leadingAttribute();
-    tree::Name const* const attribute = evaluation.names[first.name()];
+    tree::Name const* const attribute = evaluation.names[first.name];
     if (attribute == nullptr) return false;
     SiblingRun const run{context, evaluation.names[step.test.name], attribute};
     if (step.predicates.size() == 1)
-        return visitByAttribute(evaluation.document, run, first.value(), visitor);
+        return visitByAttribute(evaluation.document, run, first.value, visitor);
     Predicates::Cursor cursor{step.predicates};
     bool stopped = false;
-    visitByAttribute(evaluation.document, run, first.value(), [&](tree::Node* node) {
+    visitByAttribute(evaluation.document, run, first.value, [&](tree::Node* node) {
         if (cursor.accepts(evaluation, node)) stopped = visitor(node);
         return stopped || cursor.exhausted();
     });
