@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include <validation/Validator.h>
+#include <validation/Schema.h>
 
 #include "ParseErrorObject.h"
 #include "SchemaCache.h"

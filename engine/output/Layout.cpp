@@ -1,16 +1,12 @@
 #include "Layout.h"
 
-#include <string_view>
+#include <tree/NameCharacters.h>
 
 namespace tibxml::output {
 
 using tree::Node;
 
 namespace {
-
-bool isBlank(std::string_view text) noexcept {
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
 
 bool continuesText(Node const& text) noexcept {
     Node const* before = text.previousSibling();
@@ -22,9 +18,9 @@ bool continuesText(Node const& text) noexcept {
 } // namespace
 
 bool startsBlankRun(Node const& text) noexcept {
-    if (!isBlank(text.text()) || continuesText(text)) return false;
+    if (!tree::isBlankText(text.text()) || continuesText(text)) return false;
     Node const* node = text.next;
-    while (node != nullptr && node->is(tree::NodeKind::text) && isBlank(node->text()))
+    while (node != nullptr && node->is(tree::NodeKind::text) && tree::isBlankText(node->text()))
         node = node->next;
     return node == nullptr || !node->is(tree::NodeKind::text);
 }

@@ -1,8 +1,6 @@
 #include <tree/Cloning.h>
 
-#include <array>
-#include <cstdint>
-
+#include <tree/AddressCache.h>
 #include <tree/Editing.h>
 #include <tree/Lifetime.h>
 #include <tree/Navigation.h>
@@ -20,22 +18,14 @@ public:
 
     Name* operator()(Name* name) {
         if (isIdentity_ || name == nullptr) return name;
-        Entry& entry =
-            recent_[reinterpret_cast<std::uintptr_t>(name) / alignof(Name) / 8 % recent_.size()];
-        if (entry.original != name)
-            entry = {name, target_.names().intern(name->prefix, name->local, name->uri)};
-        return entry.copy;
+        return recent_.of(
+            name, [&] { return target_.names().intern(name->prefix, name->local, name->uri); });
     }
 
 private:
-    struct Entry {
-        Name* original;
-        Name* copy;
-    };
-
     Document& target_;
     bool isIdentity_;
-    std::array<Entry, 64> recent_{};
+    AddressCache<Name const*, Name*, 64> recent_;
 };
 
 class Cloner {

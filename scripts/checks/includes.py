@@ -13,13 +13,13 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)"|(\S.*))')
 # Longest first, so that a path finds its innermost folder.
 FOLDERS = (
     "engine/api", "engine/tree", "engine/query", "engine/reader", "engine/output", "engine/libxml",
-    "engine/com", "platform", "tibutils", "include", "xpath", "dom", "values", "composite", "services",
+    "engine/validation", "engine/transform", "engine/com", "platform", "tibutils", "include", "xpath", "dom", "values", "composite", "services",
     "tools", "tests", "bench", "fuzz", "examples",
 )
 
 # The first part of an angle include that claims to be ours, whether or not the file exists.
 OUR_PREFIXES = (
-    "TibXml", "tree", "query", "output", "reader", "com", "xpath", "dom", "values", "composite",
+    "TibXml", "tree", "query", "output", "reader", "validation", "transform", "com", "xpath", "dom", "values", "composite",
     "services", "support",
 )
 

@@ -10,7 +10,7 @@ import includes
 
 PUBLIC = {"platform", "tibutils", "include", "engine/api"}
 ENGINE = {"engine/api", "engine/tree", "engine/query", "engine/reader", "engine/output", "engine/libxml",
-          "engine/com"}
+          "engine/validation", "engine/transform", "engine/com"}
 
 # What each folder may include beside itself. Tests and fuzzers may reach everything.
 MAY_USE = {
@@ -21,7 +21,9 @@ MAY_USE = {
     "engine/query": {"engine/tree", "platform"},
     "engine/output": {"engine/tree", "platform"},
     "engine/reader": {"engine/tree", "platform"},
-    "engine/libxml": {"engine/tree", "engine/reader", "engine/output", "platform"},
+    "engine/libxml": {"engine/tree", "platform"},
+    "engine/validation": {"engine/tree", "engine/reader", "engine/output", "engine/libxml", "platform"},
+    "engine/transform": {"engine/tree", "engine/reader", "engine/output", "engine/libxml", "platform"},
     "engine/com": ENGINE | {"platform"},
     "include": {"platform", "tibutils", "engine/api"},
     "xpath": {"platform", "tibutils"},
@@ -43,9 +45,9 @@ EXCEPTIONS = {
 
 # Other people's headers: which folders may know of them.
 THIRD_PARTY = {
-    "libxml": {"engine/libxml", "bench", "tests"},
-    "libxslt": {"engine/libxml", "bench", "tests"},
-    "libexslt": {"engine/libxml", "bench", "tests"},
+    "libxml": {"engine/libxml", "engine/validation", "engine/transform", "bench", "tests"},
+    "libxslt": {"engine/transform", "bench", "tests"},
+    "libexslt": {"engine/transform", "bench", "tests"},
     "nlohmann": {"tibutils", "tests"},
     "CLI": {"tools"},
     "gtest": {"tests"},
@@ -151,7 +153,10 @@ GOOD = {
     "engine/tree/Node.cpp": "#include <tree/Node.h>\n#include \"Arena.h\"\n",
     "engine/tree/Arena.h": "#include <unistd.h>\n",
     "engine/query/include/query/Query.h": "#include <tree/Node.h>\n",
-    "engine/libxml/Reader.cpp": "#include <libxml/parser.h>\n#include <tree/Node.h>\n",
+    "engine/libxml/include/libxml/LibxmlTypes.h": "#include <libxml/parser.h>\n#include <tree/Node.h>\n",
+    "engine/validation/Schema.cpp": "#include <libxml/LibxmlTypes.h>\n#include <libxml/xmlschemas.h>\n",
+    "engine/transform/Stylesheet.cpp": "#include <libxml/LibxmlTypes.h>\n#include <libxslt/xslt.h>\n",
+    "engine/transform/include/transform/Stylesheet.h": "#include <tree/Node.h>\n",
     "services/WXmlSax.cpp": "#include <TibXml/engine/IXMLDOMNode.h>\n",
     "xpath/WXPath.cpp": "#include <TibXml/WXPath.h>\n",
     "tests/support/Trees.h": "#include <tree/Node.h>\n",
@@ -178,6 +183,12 @@ CASES = [
     bad("tool in private headers", "tools/tibxml/A.cpp", "#include <tree/Node.h>\n", "tools may not"),
     bad("libxml2 outside its folder", "engine/com/A.cpp", "#include <libxml/tree.h>\n", "may not"),
     bad("libxslt outside its folder", "dom/A.cpp", "#include <libxslt/xslt.h>\n", "may not"),
+    bad("libxslt in the schemas", "engine/validation/A.cpp", "#include <libxslt/xslt.h>\n", "may not"),
+    bad("what schemas and stylesheets share in the reader", "engine/reader/A.cpp",
+        "#include <libxml/LibxmlTypes.h>\n", "of engine/libxml"),
+    bad("stylesheets in the schemas", "engine/validation/A.cpp", "#include <transform/Stylesheet.h>\n",
+        "of engine/transform"),
+    bad("schemas in what they share", "engine/libxml/A.cpp", "#include <query/Query.h>\n", "of engine/query"),
     bad("platform header in the library", "dom/A.cpp", "#include <unistd.h>\n", "platform only"),
     bad("missing header of ours", "dom/A.cpp", "#include <TibXml/Gone.h>\n", "does not exist"),
     bad("unknown header", "dom/A.cpp", "#include <windows_extra.h>\n", "neither ours nor known"),

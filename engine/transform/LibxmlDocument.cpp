@@ -1,27 +1,24 @@
-#include "LibraryDocument.h"
+#include "LibxmlDocument.h"
 
-#include <array>
-#include <cstdint>
+#include <cstddef>
 #include <cstring>
 
 #include <libxml/parserInternals.h>
 #include <libxml/valid.h>
 
+#include <libxml/LibxmlTypes.h>
+#include <tree/AddressCache.h>
 #include <tree/Name.h>
 #include <tree/Navigation.h>
 
-#include "LibraryNamespaces.h"
-
 namespace tibxml::transform {
 
+using libxml::allocated;
+using libxml::bytes;
 using tree::Node;
 using tree::NodeKind;
 
 namespace {
-
-xmlChar const* bytes(std::string_view text) noexcept {
-    return reinterpret_cast<xmlChar const*>(text.data());
-}
 
 class Copier {
 public:
@@ -37,7 +34,7 @@ public:
     void run() {
         Node const* node = top_->is(NodeKind::document) ? top_->firstChild() : top_;
         while (node != nullptr)
-            node = behind(copyAt(node));
+            node = following(copyAt(node));
     }
 
 private:
@@ -58,7 +55,7 @@ private:
         }
     }
 
-    Node const* behind(Node const* node) noexcept {
+    Node const* following(Node const* node) noexcept {
         if (node->is(NodeKind::element)) {
             if (Node const* const child = node->firstChild()) return child;
             closeElement();
@@ -174,31 +171,23 @@ private:
         return node;
     }
 
-    // A prefix whose namespace nobody has settled yet is part of the name.
+    // A prefix whose namespace is not settled yet is part of the name.
     xmlChar const* localName(tree::Name const& name) {
-        auto const address = reinterpret_cast<std::uintptr_t>(&name);
-        CachedName& cached = names_[address / sizeof(tree::Name) % names_.size()];
-        if (cached.name != &name) {
+        return names_.of(&name, [&] {
             std::string_view const text = name.uri.empty() ? name.qualified : name.local;
-            cached = {&name, allocated(xmlDictLookup(document_.dict, bytes(text),
-                                                     static_cast<int>(text.size())))};
-        }
-        return cached.local;
+            return allocated(
+                xmlDictLookup(document_.dict, bytes(text), static_cast<int>(text.size())));
+        });
     }
-
-    struct CachedName {
-        tree::Name const* name;
-        xmlChar const* local;
-    };
 
     xmlDoc& document_;
     xmlNode* parent_;
     Node const* top_;
     NodeBlocks* blocks_;
-    LibraryNamespaces namespaces_;
+    LibxmlNamespaces namespaces_;
     std::size_t elements_ = 0;
     std::string texts_; // of a run
-    std::array<CachedName, 256> names_{};
+    tree::AddressCache<tree::Name const*, xmlChar const*> names_;
 };
 
 } // namespace
@@ -238,8 +227,8 @@ void NodeBlocks::own(xmlNs* ns) {
 
 namespace {
 
-LibraryDocument emptyDocument(std::string const& url) {
-    LibraryDocument document{allocated(xmlNewDoc(reinterpret_cast<xmlChar const*>("1.0")))};
+LibxmlDocument emptyDocument(std::string const& url) {
+    LibxmlDocument document{allocated(xmlNewDoc(bytes("1.0")))};
     document->dict = allocated(xmlDictCreate());
     if (!url.empty()) document->URL = allocated(xmlStrdup(bytes(url)));
     return document;
@@ -247,8 +236,8 @@ LibraryDocument emptyDocument(std::string const& url) {
 
 } // namespace
 
-LibraryDocument toLibrary(Node const* source, std::string const& url) {
-    LibraryDocument document = emptyDocument(url);
+LibxmlDocument toLibxml(Node const* source, std::string const& url) {
+    LibxmlDocument document = emptyDocument(url);
     Copier{*document, source, nullptr}.run();
     return document;
 }

@@ -1,48 +1,52 @@
-#include "LibraryNamespaces.h"
+#include "LibxmlDocument.h"
 
 #include <string>
 
+#include <libxml/LibxmlTypes.h>
 #include <tree/Name.h>
 #include <tree/NamespaceLookup.h>
 
 namespace tibxml::transform {
 
+using libxml::allocated;
+using libxml::bytes;
+using libxml::view;
+
 namespace {
 
 xmlChar* copied(std::string_view text) {
-    return allocated(
-        xmlStrndup(reinterpret_cast<xmlChar const*>(text.data()), static_cast<int>(text.size())));
+    return allocated(xmlStrndup(bytes(text), static_cast<int>(text.size())));
 }
 
 } // namespace
 
-void LibraryNamespaces::open(xmlNode& copy, tree::Node const* element) {
+void LibxmlNamespaces::open(xmlNode& copy, tree::Node const* element) {
     levels_.push_back(visible_.size());
     for (tree::Node const* a = element->firstAttribute(); a != nullptr; a = a->next) {
         if (a->name->declaresNamespace) declare(copy, tree::declaredPrefix(a), a->text());
     }
 }
 
-void LibraryNamespaces::close() noexcept {
+void LibxmlNamespaces::close() noexcept {
     visible_.resize(levels_.back());
     levels_.pop_back();
 }
 
-xmlNs* LibraryNamespaces::find(std::string_view prefix) const noexcept {
+xmlNs* LibxmlNamespaces::find(std::string_view prefix) const noexcept {
     for (auto ns = visible_.rbegin(); ns != visible_.rend(); ++ns) {
         if (view((*ns)->prefix) == prefix) return *ns;
     }
     return nullptr;
 }
 
-xmlNs* LibraryNamespaces::find(std::string_view prefix, std::string_view uri) const noexcept {
+xmlNs* LibxmlNamespaces::find(std::string_view prefix, std::string_view uri) const noexcept {
     xmlNs* const ns = find(prefix);
     return ns != nullptr && view(ns->href) == uri ? ns : nullptr;
 }
 
 // Like xmlNewNs, which would look for an equal declaration first and take a wide detour about
 // "xml".
-xmlNs* LibraryNamespaces::declare(xmlNode& copy, std::string_view prefix, std::string_view uri) {
+xmlNs* LibxmlNamespaces::declare(xmlNode& copy, std::string_view prefix, std::string_view uri) {
     visible_.reserve(visible_.size() + 1);
     xmlNs* const ns = allocated(xmlNewNs(nullptr, nullptr, nullptr));
     if (blocks_ != nullptr) blocks_->own(ns);
@@ -57,8 +61,8 @@ xmlNs* LibraryNamespaces::declare(xmlNode& copy, std::string_view prefix, std::s
 }
 
 // Under another prefix when this one means something else on the very element.
-xmlNs* LibraryNamespaces::declareUnused(xmlNode& copy, std::string_view prefix,
-                                        std::string_view uri) {
+xmlNs* LibxmlNamespaces::declareUnused(xmlNode& copy, std::string_view prefix,
+                                       std::string_view uri) {
     xmlNs const* const ns = find(prefix);
     bool isTaken = false;
     for (xmlNs const* own = copy.nsDef; own != nullptr; own = own->next)
@@ -71,18 +75,18 @@ xmlNs* LibraryNamespaces::declareUnused(xmlNode& copy, std::string_view prefix,
     }
 }
 
-xmlNs* LibraryNamespaces::ofXml(xmlNode& copy) {
-    return allocated(xmlSearchNs(&document_, &copy, reinterpret_cast<xmlChar const*>("xml")));
+xmlNs* LibxmlNamespaces::ofXml(xmlNode& copy) {
+    return allocated(xmlSearchNs(&document_, &copy, bytes("xml")));
 }
 
-xmlNs* LibraryNamespaces::ofElement(xmlNode& copy, tree::Name const& name) {
+xmlNs* LibxmlNamespaces::ofElement(xmlNode& copy, tree::Name const& name) {
     if (name.uri.empty()) return nullptr;
     if (name.uri == tree::xmlNamespace) return ofXml(copy);
     if (xmlNs* const ns = find(name.prefix, name.uri)) return ns;
     return declareUnused(copy, name.prefix, name.uri);
 }
 
-xmlNs* LibraryNamespaces::ofAttribute(xmlNode& copy, tree::Name const& name) {
+xmlNs* LibxmlNamespaces::ofAttribute(xmlNode& copy, tree::Name const& name) {
     return ofElement(copy, name);
 }
 

@@ -1,20 +1,25 @@
 #include "TransformContext.h"
 
+#include <langinfo.h>
+#include <new>
+#include <string_view>
+
 #include <libxml/xpathInternals.h>
+#include <libxslt/extensions.h>
+#include <libxslt/extra.h>
 #include <libxslt/variables.h>
 #include <libxslt/xsltutils.h>
 
-#include "LibraryDocument.h"
-#include "NodeSetFunction.h"
+#include <libxml/LibxmlTypes.h>
+
 #include "TransformErrors.h"
 
 namespace tibxml::transform {
 
-namespace {
+using libxml::allocated;
+using libxml::bytes;
 
-xmlChar const* bytes(std::string const& text) noexcept {
-    return reinterpret_cast<xmlChar const*>(text.c_str());
-}
+namespace {
 
 xmlChar const* bytesOrNull(std::string const& text) noexcept {
     return text.empty() ? nullptr : bytes(text);
@@ -25,7 +30,7 @@ int allowAbsolute(xsltSecurityPrefs*, xsltTransformContext*, char const* path) n
     return path != nullptr && *path == '/' ? 1 : 0;
 }
 
-struct ToLibrary {
+struct ToLibxml {
     xmlXPathObject* operator()(std::string const& text) const noexcept {
         return xmlXPathNewString(bytes(text));
     }
@@ -42,12 +47,12 @@ struct ToLibrary {
 void setParameter(xsltTransformContext& context, Parameter const& parameter) {
     ExpandedName const& name = parameter.name;
     std::string const full = name.uri.empty() ? name.local : "{" + name.uri + "}" + name.local;
-    bool const isSet = xsltQuoteOneUserParam(&context, bytes(full), bytes({})) == 0;
+    bool const isSet = xsltQuoteOneUserParam(&context, bytes(full), bytes("")) == 0;
     auto* const variable = static_cast<xsltStackElem*>(
         xmlHashLookup2(context.globalVars, bytes(name.local), bytesOrNull(name.uri)));
     if (!isSet || variable == nullptr)
         throw TransformError{"the parameter " + name.local + " cannot be set"};
-    xmlXPathObject* const value = allocated(std::visit(ToLibrary{}, parameter.value));
+    xmlXPathObject* const value = allocated(std::visit(ToLibxml{}, parameter.value));
     xmlXPathFreeObject(variable->value);
     variable->value = value;
 }
@@ -58,6 +63,39 @@ void setMode(xsltTransformContext& context, ExpandedName const& mode) {
     context.mode = allocated(xmlDictLookup(context.dict, bytes(mode.local), -1));
     if (!mode.uri.empty())
         context.modeURI = allocated(xmlDictLookup(context.dict, bytes(mode.uri), -1));
+}
+
+// The one extension that stylesheets may use: `node-set`, which turns a result tree fragment into
+// nodes. A string or any other value is one text node.
+void textAsNodeSet(xmlXPathParserContext* parser) noexcept {
+    xsltTransformContext* const context = xsltXPathGetTransformContext(parser);
+    xmlChar* const text = xmlXPathPopString(parser);
+    xmlDoc* const fragment = xsltCreateRVT(context);
+    if (fragment != nullptr) xsltRegisterLocalRVT(context, fragment);
+    xmlNode* const node = fragment != nullptr ? xmlNewDocText(fragment, text) : nullptr;
+    xmlFree(text);
+    if (node == nullptr) return xmlXPathErr(parser, XPATH_MEMORY_ERROR);
+    xmlAddChild(reinterpret_cast<xmlNode*>(fragment), node);
+    valuePush(parser, xmlXPathNewNodeSet(node));
+}
+
+void nodeSet(xmlXPathParserContext* parser, int count) noexcept {
+    if (count != 1) return xmlXPathErr(parser, XPATH_INVALID_ARITY);
+    xmlXPathObject const* const value = parser->value;
+    if (value == nullptr) return xmlXPathErr(parser, XPATH_INVALID_OPERAND);
+    if (value->type == XPATH_XSLT_TREE || value->type == XPATH_NODESET) {
+        xsltFunctionNodeSet(parser, count);
+    } else {
+        textAsNodeSet(parser);
+    }
+}
+
+// For one transformation, under the names of EXSLT and of the platform's own engine.
+void registerNodeSet(xsltTransformContext& context) {
+    for (char const* const uri : {"http://exslt.org/common", "urn:schemas-microsoft-com:xslt"}) {
+        if (xsltRegisterExtFunction(&context, bytes("node-set"), bytes(uri), nodeSet) != 0)
+            throw std::bad_alloc{};
+    }
 }
 
 } // namespace
@@ -85,6 +123,24 @@ Context contextFor(xsltStylesheet* style, xmlDoc* input, xsltSecurityPrefs* secu
         setParameter(*context, parameter);
     setMode(*context, request.mode);
     return context;
+}
+
+NumericLocale::NumericLocale() {
+    if (std::string_view{::nl_langinfo(RADIXCHAR)} == ".") return;
+    locale_t const copy = ::duplocale(::uselocale(nullptr));
+    if (copy == nullptr) throw std::bad_alloc{};
+    own_ = ::newlocale(LC_NUMERIC_MASK, "C", copy);
+    if (own_ == nullptr) {
+        ::freelocale(copy);
+        throw std::bad_alloc{};
+    }
+    before_ = ::uselocale(own_);
+}
+
+NumericLocale::~NumericLocale() {
+    if (own_ == nullptr) return;
+    ::uselocale(before_);
+    ::freelocale(own_);
 }
 
 } // namespace tibxml::transform

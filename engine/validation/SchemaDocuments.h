@@ -1,6 +1,6 @@
-// A schema with all documents that it consists of, as texts for the schema processor.
+// A schema with all documents that it consists of, as texts for libxml2.
 //
-// The processor would fetch what a schema includes by itself, from anywhere, with document types
+// libxml2 would fetch what a schema includes by itself, from anywhere, with document types
 // and entities. So that it never does, all documents are read here, by the reader that refuses such
 // things, and their references to each other are replaced by names that mean nothing outside.
 #pragma once
@@ -43,7 +43,7 @@ public:
     SchemaError errorAt(std::size_t index, tree::Node const* node, std::string_view reason) const;
     SchemaError errorAt(std::size_t index, std::uint64_t element, std::string_view reason) const;
 
-    // A text of the processor's with the paths of documents instead of their names.
+    // A message of libxml2's with the paths of documents instead of their names.
     std::string withPaths(std::string_view message) const;
 
 private:
@@ -68,5 +68,10 @@ private:
     std::vector<Entry> entries_;
     std::vector<std::optional<std::size_t>> knownEntries_; // where those that are used stand
 };
+
+/// Throws SchemaError for a schema that libxml2 must not be given: it follows references between
+/// definitions by calling itself, and writes the content of groups out wherever they are referred
+/// to, so a few kilobytes can exhaust stack and memory. Throws std::bad_alloc.
+void checkLimits(SchemaDocuments const& documents);
 
 } // namespace tibxml::validation

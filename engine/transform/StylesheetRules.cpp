@@ -1,4 +1,4 @@
-#include "StylesheetRules.h"
+#include "TransformErrors.h"
 
 #include <algorithm>
 #include <string>
@@ -8,11 +8,13 @@
 
 #include <libxslt/imports.h>
 
+#include <libxml/LibxmlTypes.h>
 #include <transform/Stylesheet.h>
 
-#include "LibraryDocument.h"
-
 namespace tibxml::transform {
+
+using libxml::bytes;
+using libxml::view;
 
 namespace {
 
@@ -138,8 +140,8 @@ private:
             std::size_t const colon = name.find(':');
             if (colon == std::string_view::npos) return std::string{name};
             std::string const prefix{name.substr(0, colon)};
-            xmlNs const* const ns = xmlSearchNs(declaration.doc, const_cast<xmlNode*>(&declaration),
-                                                reinterpret_cast<xmlChar const*>(prefix.c_str()));
+            xmlNs const* const ns =
+                xmlSearchNs(declaration.doc, const_cast<xmlNode*>(&declaration), bytes(prefix));
             if (ns == nullptr) return std::string{name};
             return "{" + std::string{view(ns->href)} + "}" + std::string{name.substr(colon + 1)};
         }

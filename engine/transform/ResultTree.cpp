@@ -1,26 +1,22 @@
-#include "ResultTree.h"
+#include "LibxmlDocument.h"
 
-#include <array>
-#include <cstdint>
 #include <string>
+#include <utility>
 
+#include <libxml/LibxmlTypes.h>
 #include <reader/Reader.h>
 #include <transform/Stylesheet.h>
+#include <tree/AddressCache.h>
 #include <tree/DocumentWriter.h>
 #include <tree/NameCharacters.h>
 #include <tree/Navigation.h>
 
-#include "LibraryDocument.h"
-
 namespace tibxml::transform {
 
+using libxml::view;
 using tree::NodeKind;
 
 namespace {
-
-bool isBlankText(std::string_view text) noexcept {
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
 
 class ResultBuilder {
 public:
@@ -38,7 +34,7 @@ public:
     void addChildren(xmlDoc const& result) {
         xmlNode const* node = result.children;
         while (node != nullptr)
-            node = behind(addAt(*node));
+            node = following(addAt(*node));
     }
 
 private:
@@ -62,7 +58,7 @@ private:
         }
     }
 
-    xmlNode const* behind(xmlNode const& added) noexcept {
+    xmlNode const* following(xmlNode const& added) noexcept {
         xmlNode const* node = &added;
         if (node->type == XML_ELEMENT_NODE) {
             if (node->children != nullptr) return node->children;
@@ -133,34 +129,25 @@ private:
     // White space beside the root only lays the document out.
     bool acceptsText(std::string_view text) const {
         if (writer_.depth() != 0) return true;
-        if (!isBlankText(text)) throw TransformError{"the result has text outside of an element"};
+        if (!tree::isBlankText(text))
+            throw TransformError{"the result has text outside of an element"};
         return false;
     }
 
     // While a result lives no address stands for two names.
     tree::Name* nameOf(xmlChar const* local, xmlNs const* ns) {
-        auto const address = reinterpret_cast<std::uintptr_t>(local);
-        CachedName& cached = names_[(address ^ (address >> 8)) % names_.size()];
-        if (cached.local != local || cached.ns != ns) {
+        return names_.of({local, ns}, [&] {
             bool const hasNamespace = ns != nullptr && ns->href != nullptr && *ns->href != 0;
-            cached = {local, ns,
-                      names().intern(hasNamespace ? view(ns->prefix) : "", view(local),
-                                     hasNamespace ? view(ns->href) : "")};
-        }
-        return cached.name;
+            return names().intern(hasNamespace ? view(ns->prefix) : "", view(local),
+                                  hasNamespace ? view(ns->href) : "");
+        });
     }
 
     tree::NameTable& names() noexcept { return writer_.document().names(); }
 
-    struct CachedName {
-        xmlChar const* local;
-        xmlNs const* ns;
-        tree::Name* name;
-    };
-
     tree::DocumentWriter writer_;
     std::string texts_; // of a run
-    std::array<CachedName, 256> names_{};
+    tree::AddressCache<std::pair<xmlChar const*, xmlNs const*>, tree::Name*> names_;
 };
 
 bool keepsLayout(tree::Node const* element) noexcept {
@@ -191,7 +178,7 @@ void indent(tree::Node* root) noexcept {
 
 } // namespace
 
-tree::DocumentRef fromLibrary(xmlDoc const& result, ResultForm const& form) {
+tree::DocumentRef fromLibxml(xmlDoc const& result, ResultForm const& form) {
     auto document = tree::DocumentRef::adopt(tree::Document::create());
     ResultBuilder builder{*document};
     if (form.hasDeclaration) builder.addDeclaration(form);

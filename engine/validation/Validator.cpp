@@ -1,32 +1,31 @@
-#include <validation/Validator.h>
+#include <validation/Schema.h>
 
 #include <exception>
-#include <limits>
 #include <memory>
 #include <new>
-#include <optional>
 #include <stdexcept>
 
 #include <libxml/xmlschemas.h>
 
+#include <libxml/LibxmlErrors.h>
+#include <libxml/LibxmlTypes.h>
+#include <tree/AddressCache.h>
+#include <tree/NameCharacters.h>
 #include <tree/NamespaceLookup.h>
 
 #include "ElementLines.h"
-#include "LibraryErrors.h"
-#include "NativeNames.h"
 
 namespace tibxml::validation {
 
+using libxml::allocated;
+using libxml::bytes;
+using libxml::lengthOf;
 using tree::Node;
 using tree::NodeKind;
 
 namespace {
 
 constexpr std::string_view escapedAmpersand = "&#38;";
-
-bool isBlank(std::string_view text) noexcept {
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
 
 Node const* firstElement(Node const* node) noexcept {
     while (node != nullptr && !node->is(NodeKind::element))
@@ -40,30 +39,49 @@ Node const* firstText(Node const* node) noexcept {
     return node;
 }
 
-xmlChar const* bytes(std::string_view text) noexcept {
-    return reinterpret_cast<xmlChar const*>(text.data());
-}
+struct EventName {
+    xmlChar const* local;
+    xmlChar const* uri; // null for none
+};
 
-int lengthOf(std::string_view text) {
-    if (text.size() >= std::size_t{std::numeric_limits<int>::max()})
-        throw std::length_error{"a text is too long"};
-    return static_cast<int>(text.size());
-}
+// The names of a tree, ended by NULs. Each distinct text is kept once, however many nodes have it,
+// until the end. Its functions throw std::bad_alloc.
+class EventNames {
+public:
+    EventName const& of(tree::Name const* name) {
+        return names_.of(name, [&] {
+            return EventName{text(name->local), name->uri.empty() ? nullptr : text(name->uri)};
+        });
+    }
 
-// Walks over a tree and plays the parser for the schema processor.
+    xmlChar const* text(std::string_view text) {
+        if (text.size() > longest) throw std::length_error{"a name is too long"};
+        return allocated(xmlDictLookup(dictionary_.get(), bytes(text), lengthOf(text)));
+    }
+
+private:
+    struct Free {
+        void operator()(xmlDict* dictionary) const noexcept { xmlDictFree(dictionary); }
+    };
+
+    static constexpr std::size_t longest = 1U << 30; // for libxml2's dictionary
+
+    std::unique_ptr<xmlDict, Free> dictionary_{allocated(xmlDictCreate())};
+    tree::AddressCache<tree::Name const*, EventName> names_;
+};
+
+// Walks over a tree and plays the parser for libxml2's validation.
 class Validation {
 public:
     explicit Validation(Schema const& schema) {
-        reader::ThreadErrors const errors{note, this};
-        context_.reset(xmlSchemaNewValidCtxt(schema.native()));
-        if (!context_) throw std::bad_alloc{};
+        libxml::LibxmlErrors const errors{note, this};
+        context_.reset(allocated(xmlSchemaNewValidCtxt(schema.libxmlSchema())));
         xmlSchemaSetValidStructuredErrors(context_.get(), note, this);
-        plug_.reset(xmlSchemaSAXPlug(context_.get(), &events_, &data_));
-        if (!plug_) throw std::bad_alloc{};
+        plug_.reset(allocated(xmlSchemaSAXPlug(context_.get(), &events_, &data_)));
     }
 
     std::vector<Mismatch> run(Node const* root) {
-        reader::ThreadErrors const errors{note, this};
+        libxml::LibxmlErrors const errors{note, this};
         Node const* node = root;
         while (node != nullptr && !isStopped())
             node = visit(node, root);
@@ -83,7 +101,7 @@ private:
     };
 
     struct Open {
-        NativeName name;
+        EventName name;
         std::uint64_t element;
         bool hasElements;
         bool hasToldText;
@@ -113,7 +131,7 @@ private:
         escaped_.clear();
         for (Node const* a = element.firstAttribute(); a != nullptr; a = a->next)
             a->name->declaresNamespace ? declare(*a) : add(*a);
-        NativeName const name = names_.of(element.name);
+        EventName const name = names_.of(element.name);
         open_.push_back({name, ++elements_, firstElement(element.firstChild()) != nullptr, false});
         events_->startElementNs(data_, name.local, nullptr, name.uri,
                                 static_cast<int>(declarations_.size() / 2), declarations_.data(),
@@ -122,12 +140,12 @@ private:
 
     void declare(Node const& declaration) {
         std::string_view const prefix = tree::declaredPrefix(&declaration);
-        declarations_.push_back(prefix.empty() ? nullptr : names_.string(prefix));
-        declarations_.push_back(names_.string(declaration.text()));
+        declarations_.push_back(prefix.empty() ? nullptr : names_.text(prefix));
+        declarations_.push_back(names_.text(declaration.text()));
     }
 
     void add(Node const& attribute) {
-        NativeName const name = names_.of(attribute.name);
+        EventName const name = names_.of(attribute.name);
         std::string_view const value = asParsed(attribute.text());
         xmlChar const* const begin = bytes(value);
         for (xmlChar const* part : {name.local, static_cast<xmlChar const*>(nullptr), name.uri,
@@ -135,8 +153,8 @@ private:
             attributes_.push_back(part);
     }
 
-    // The parser hands an ampersand in an attribute value over as a reference, and the processor
-    // turns that back.
+    // libxml2's parser hands an ampersand in an attribute value over as a reference, and the
+    // validation turns that back.
     std::string_view asParsed(std::string_view value) {
         if (value.find(escapedAmpersand) == std::string_view::npos) return value;
         auto text = std::make_unique<std::string>();
@@ -156,10 +174,10 @@ private:
         text_.clear();
     }
 
-    // The processor joins the texts of an element to one value. Beside child elements none counts
+    // libxml2 joins the texts of an element to one value. Beside child elements none counts
     // as a value: all that matters is whether there is any text, so one piece tells all.
     void mixedText(Node const& node, Open& open) {
-        if (open.hasToldText || isBlank(node.text())) return;
+        if (open.hasToldText || tree::isBlankText(node.text())) return;
         open.hasToldText = true;
         tell(node.text());
     }
@@ -167,7 +185,7 @@ private:
     void tell(std::string_view text) { events_->characters(data_, bytes(text), lengthOf(text)); }
 
     void end() {
-        NativeName const name = open_.back().name;
+        EventName const name = open_.back().name;
         events_->endElementNs(data_, name.local, nullptr, name.uri);
         open_.pop_back();
     }
@@ -185,12 +203,13 @@ private:
 
     void add(xmlError const& error) {
         if (error.code == XML_ERR_NO_MEMORY) throw std::bad_alloc{};
-        mismatches_.push_back({errorInvalid + static_cast<std::uint32_t>(error.code),
-                               reader::inOneLine(error.message != nullptr ? error.message : ""),
-                               open_.empty() ? 1 : open_.back().element});
+        mismatches_.push_back(
+            {errorInvalid + static_cast<std::uint32_t>(error.code),
+             libxml::inOneLine(reader::wellFormed(error.message != nullptr ? error.message : "")),
+             open_.empty() ? 1 : open_.back().element});
     }
 
-    NativeNames names_; // first, because the context refers to them until its end
+    EventNames names_; // first, because the context refers to them until its end
     std::unique_ptr<xmlSchemaValidCtxt, FreeContext> context_;
     xmlSAXHandler* events_ = nullptr;
     void* data_ = nullptr;

@@ -1,4 +1,4 @@
-#include "SchemaLimits.h"
+#include "SchemaDocuments.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,7 @@
 // The state of one run of a stylesheet, with its limits.
 #pragma once
 
+#include <locale.h>
 #include <memory>
 
 #include <libxslt/security.h>
@@ -24,12 +25,28 @@ struct FreeSecurity {
 using Context = std::unique_ptr<xsltTransformContext, FreeContext>;
 using Security = std::unique_ptr<xsltSecurityPrefs, FreeSecurity>;
 
-// What may be opened. Throws std::bad_alloc.
+/// What may be opened. Throws std::bad_alloc.
 Security securityFor(DocumentFunction permission);
 
-// For one run, with the parameters and the mode that are asked for; `security` has to outlive it.
-// Throws std::bad_alloc, and TransformError for a parameter that cannot be set.
+/// For one run, with the parameters and the mode that are asked for; `security` has to outlive it.
+/// Throws std::bad_alloc, and TransformError for a parameter that cannot be set.
 Context contextFor(xsltStylesheet* style, xmlDoc* input, xsltSecurityPrefs* security,
                    Request const& request);
+
+/// While this lives, numbers of the calling thread have a decimal point, whatever the program's
+/// locale is: libxml2 and libxslt write them with the C library. All else of the thread's locale
+/// stays as it was, and where it has a point already that is left alone.
+class NumericLocale {
+public:
+    /// Throws std::bad_alloc.
+    NumericLocale();
+    NumericLocale(NumericLocale const&) = delete;
+    NumericLocale& operator=(NumericLocale const&) = delete;
+    ~NumericLocale();
+
+private:
+    locale_t own_ = nullptr; // none when there is nothing to change
+    locale_t before_ = nullptr;
+};
 
 } // namespace tibxml::transform

@@ -1,32 +1,62 @@
 #include <validation/Schema.h>
 
 #include <exception>
+#include <limits>
 #include <new>
 #include <optional>
+#include <utility>
 
 #include <libxml/parser.h>
 #include <libxml/xmlschemas.h>
 #include <libxml/xmlschemastypes.h>
 
-#include "LibraryErrors.h"
+#include <libxml/LibxmlErrors.h>
+#include <libxml/LibxmlTypes.h>
+
 #include "SchemaDocuments.h"
-#include "SchemaLimits.h"
-#include "ServedDocuments.h"
 
 namespace tibxml::validation {
 
 namespace {
 
-// The processor's tables of built-in types are made on first use, which it does not guard.
-void initializeOnce() {
-    static bool const initialized = (xmlInitParser(), xmlSchemaInitTypes(), true);
-    static_cast<void>(initialized);
+using libxml::allocated;
+
+// The documents that the calling thread's libxml2 finds under their names; else it finds no file.
+thread_local SchemaDocuments const* served = nullptr;
+
+xmlParserInputBuffer* bufferFor(char const* name, xmlCharEncoding encoding) {
+    auto const index = served->indexOf(name);
+    if (!index) return nullptr;
+    std::string const text = served->textOf(*index);
+    if (text.size() > std::size_t{std::numeric_limits<int>::max()}) return nullptr;
+    // The buffer is a copy of the text.
+    return xmlParserInputBufferCreateMem(text.data(), static_cast<int>(text.size()), encoding);
 }
 
-std::string_view view(xmlChar const* text) noexcept {
-    return text != nullptr ? std::string_view{reinterpret_cast<char const*>(text)}
-                           : std::string_view{};
+// Called from frames of C: if out of memory, the document is missing.
+xmlParserInputBuffer* serve(char const* name, xmlCharEncoding encoding) noexcept {
+    try {
+        return bufferFor(name, encoding);
+    } catch (...) {
+        return nullptr;
+    }
 }
+
+// While this lives, libxml2 reads these documents from memory.
+class ServedDocuments {
+public:
+    explicit ServedDocuments(SchemaDocuments const& documents) noexcept
+        : before_{std::exchange(served, &documents)} {}
+
+    ServedDocuments(ServedDocuments const&) = delete;
+    ServedDocuments& operator=(ServedDocuments const&) = delete;
+
+    ~ServedDocuments() { served = before_; }
+
+private:
+    SchemaDocuments const* before_;
+    libxml::LibxmlInput input_{serve};
+};
 
 xmlNode const* elementAt(void const* errorNode) noexcept {
     auto const* node = static_cast<xmlNode const*>(errorNode);
@@ -72,12 +102,11 @@ private:
     };
 
     xmlSchema* parse() {
-        reader::ThreadErrors const errors{note, this};
+        libxml::LibxmlErrors const errors{note, this};
         std::unique_ptr<xmlSchemaParserCtxt, FreeParser> const parser{
-            xmlSchemaNewParserCtxt(SchemaDocuments::nameOf(0).c_str())};
-        if (!parser) throw std::bad_alloc{};
+            allocated(xmlSchemaNewParserCtxt(SchemaDocuments::nameOf(0).c_str()))};
         xmlSchemaSetParserStructuredErrors(parser.get(), note, this);
-        ServedDocuments const served{documents_};
+        ServedDocuments const files{documents_};
         return xmlSchemaParse(parser.get());
     }
 
@@ -94,11 +123,11 @@ private:
     }
 
     std::string words(xmlError const& error) const {
-        std::string reason = documents_.withPaths(
-            reader::inOneLine(error.message != nullptr ? error.message : "unknown error"));
+        std::string reason = documents_.withPaths(libxml::inOneLine(
+            reader::wellFormed(error.message != nullptr ? error.message : "unknown error")));
         xmlNode const* const element = elementAt(error.node);
         if (element == nullptr) return reason;
-        auto const index = documents_.indexOf(view(element->doc->URL));
+        auto const index = documents_.indexOf(libxml::view(element->doc->URL));
         return index ? documents_.errorAt(*index, numberOf(element), reason).what() : reason;
     }
 
@@ -111,17 +140,17 @@ private:
 
 std::shared_ptr<Schema const> Schema::compile(SchemaSource const& source,
                                               std::span<SchemaSource const> known, Files& files) {
-    initializeOnce();
+    libxml::initializeOnce<xmlSchemaInitTypes>();
     SchemaDocuments const documents{source, known, files};
     checkLimits(documents);
     // Made first, so that nothing can fail once there is something to lose.
     std::shared_ptr<Schema> schema{new Schema{nullptr}};
-    schema->native_ = Compilation{documents}.run();
+    schema->schema_ = Compilation{documents}.run();
     return schema;
 }
 
 Schema::~Schema() {
-    xmlSchemaFree(native_);
+    xmlSchemaFree(schema_);
 }
 
 } // namespace tibxml::validation

@@ -6,9 +6,9 @@
 
 #include <libxml/parserInternals.h>
 
+#include <libxml/LibxmlErrors.h>
+#include <libxml/LibxmlTypes.h>
 #include <output/Serializer.h>
-
-#include "LibraryErrors.h"
 
 namespace tibxml::validation {
 
@@ -49,9 +49,8 @@ void ElementLines::begin(int options) {
     handler.initialized = XML_SAX2_MAGIC;
     handler.startElementNs = startElement;
     handler.serror = ignoreError;
-    reader::ThreadErrors const errors{ignoreError, nullptr};
-    context_.reset(xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr));
-    if (!context_) throw std::bad_alloc{};
+    libxml::LibxmlErrors const errors{ignoreError, nullptr};
+    context_.reset(libxml::allocated(xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr)));
     xmlCtxtUseOptions(context_.get(), XML_PARSE_HUGE | XML_PARSE_NONET | options);
 }
 
@@ -60,7 +59,7 @@ void ElementLines::ignoreError(void* /*data*/, xmlError* /*error*/) {}
 
 void ElementLines::parse(std::string_view piece) {
     constexpr std::size_t most = std::size_t{1} << 20;
-    reader::ThreadErrors const errors{ignoreError, nullptr};
+    libxml::LibxmlErrors const errors{ignoreError, nullptr};
     for (; !piece.empty() && !isDone(); piece.remove_prefix(std::min(most, piece.size()))) {
         auto const size = static_cast<int>(std::min(most, piece.size()));
         if (xmlParseChunk(context_.get(), piece.data(), size, 0) == XML_ERR_NO_MEMORY)

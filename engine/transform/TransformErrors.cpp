@@ -1,6 +1,5 @@
 #include "TransformErrors.h"
 
-#include <algorithm>
 #include <atomic>
 #include <charconv>
 #include <cstdarg>
@@ -13,10 +12,15 @@
 #include <libxml/parser.h>
 #include <libxslt/xsltutils.h>
 
-#include "LibraryDocument.h"
+#include <libxml/LibxmlTypes.h>
+
+#include "LibxmlDocument.h"
 #include "LocalFiles.h"
 
 namespace tibxml::transform {
+
+using libxml::inOneLine;
+using libxml::view;
 
 namespace {
 
@@ -30,14 +34,6 @@ std::mutex handlerMutex;
 int handlerUsers = 0;
 using Handler = void (*)(void* data, char const* format, ...);
 std::atomic<Handler> handlerBefore{nullptr};
-
-std::string inOneLine(std::string_view text) {
-    std::string line{text};
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    line.erase(line.find_last_not_of(' ') + 1);
-    return line;
-}
 
 std::string formatted(char const* format, va_list arguments) {
     va_list again;
@@ -61,8 +57,8 @@ bool announcesError(std::string_view text) noexcept {
     return false;
 }
 
-// The word behind a key of such a line.
-std::string_view wordBehind(std::string_view text, std::string_view key) noexcept {
+// The word after a key of such a line.
+std::string_view wordAfter(std::string_view text, std::string_view key) noexcept {
     std::size_t const at = text.find(key);
     if (at == std::string_view::npos) return {};
     text.remove_prefix(at + key.size());
@@ -163,24 +159,17 @@ TransformErrors::TransformErrors(tree::Document const& document, std::string_vie
     : document_{document},
       url_{url},
       outer_{current},
-      oldHandler_{xmlStructuredError},
-      oldData_{xmlStructuredErrorContext},
-      oldGenericHandler_{xmlGenericError},
-      oldGenericData_{xmlGenericErrorContext} {
+      libxmlErrors_{TransformErrorEvents::parserError, this, TransformErrorEvents::detail} {
     addHandlerUser();
     current = this;
-    xmlSetStructuredErrorFunc(this, TransformErrorEvents::parserError);
-    xmlSetGenericErrorFunc(this, TransformErrorEvents::detail);
 }
 
 TransformErrors::~TransformErrors() {
-    xmlSetGenericErrorFunc(oldGenericData_, oldGenericHandler_);
-    xmlSetStructuredErrorFunc(oldData_, oldHandler_);
     current = outer_;
     removeHandlerUser();
 }
 
-void TransformErrors::watch(_xsltTransformContext& context) noexcept {
+void TransformErrors::watch(xsltTransformContext& context) noexcept {
     xsltSetTransformErrorFunc(&context, nullptr, TransformErrorEvents::piece);
 }
 
@@ -240,9 +229,9 @@ void TransformErrors::addParserError(xmlError const& error) {
 }
 
 std::string TransformErrors::placeIn(std::string_view announcement) const {
-    std::string_view const file = wordBehind(announcement, ": file ");
-    std::string_view const line = wordBehind(announcement, " line ");
-    std::string_view const element = wordBehind(announcement, "element ");
+    std::string_view const file = wordAfter(announcement, ": file ");
+    std::string_view const line = wordAfter(announcement, " line ");
+    std::string_view const element = wordAfter(announcement, "element ");
     std::size_t number = 0;
     std::from_chars(line.data(), line.data() + line.size(), number);
     return placeOf(file, number, element);
