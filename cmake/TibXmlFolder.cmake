@@ -3,10 +3,16 @@
 # lie beside their sources and stay private.
 #
 #   tibxml_folder(query SOURCES Lexer.cpp Parser.cpp USES tree platform)
+#
+# INCLUDES names other directories of headers instead of include/.
 function(tibxml_folder name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;PACKAGES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;PACKAGES;INCLUDES")
+  if(NOT arg_INCLUDES)
+    set(arg_INCLUDES include)
+  endif()
   add_library(tibxml_${name} OBJECT ${arg_SOURCES})
-  target_include_directories(tibxml_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/include)
+  list(TRANSFORM arg_INCLUDES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+  target_include_directories(tibxml_${name} PUBLIC ${arg_INCLUDES})
   foreach(used IN LISTS arg_USES)
     target_link_libraries(tibxml_${name} PUBLIC tibxml_${used})
   endforeach()

@@ -6,6 +6,9 @@ option(TIBXML_TESTS "Build the tests" ON)
 option(TIBXML_FUZZ "Build the fuzzers, which needs clang" OFF)
 set(TIBXML_SANITIZE "" CACHE STRING "Sanitizers to build with, as given to -fsanitize=")
 
+# The folder of platform/ that stands for the system: one more system is one more folder.
+set(TIBXML_SYSTEM linux)
+
 add_library(tibxml_build_options INTERFACE)
 target_compile_features(tibxml_build_options INTERFACE cxx_std_20)
 target_compile_options(

@@ -2,10 +2,11 @@
 include(CMakePackageConfigHelpers)
 
 # The directories whose headers a caller may include; all of them install into one.
-set(TIBXML_PUBLIC_DIRECTORIES platform/include tibutils/include engine/api/include include)
+set(TIBXML_PUBLIC_DIRECTORIES platform/common/include platform/${TIBXML_SYSTEM}/include
+                              tibutils/include engine/api/include include)
 
 # Headers among them that are offered to our own folders only: what they declare is not exported.
-set(TIBXML_INTERNAL_HEADERS BorrowedStream.h ComObject.h EngineCall.h ErrnoResult.h Utf.h
+set(TIBXML_INTERNAL_HEADERS CLibrary.h ComObject.h EngineCall.h StreamObject.h Utf.h
                             WideNumber.h)
 foreach(header IN LISTS TIBXML_INTERNAL_HEADERS)
   list(APPEND not_installed PATTERN ${header} EXCLUDE)

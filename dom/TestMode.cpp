@@ -1,6 +1,6 @@
 #include "TestMode.h"
 
-#include <TibXml/platform/Module.h>
+#include <TibXml/platform/ComRuntime.h>
 
 namespace tibxml::dom {
 

@@ -3,7 +3,7 @@
 #include <TibXml/EngineCall.h>
 #include <TibXml/WXmlDoc.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 #include <TibXml/tibutils/Stream.h>
 
 #include <utility>

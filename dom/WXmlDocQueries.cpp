@@ -2,7 +2,7 @@
 
 #include <TibXml/WXmlDoc.h>
 #include <TibXml/WXmlNodeList.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 using tibxml::dom::assignList;
 using tibxml::dom::selectNodes;

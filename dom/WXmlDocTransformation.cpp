@@ -1,6 +1,6 @@
 #include <TibXml/EngineCall.h>
 #include <TibXml/WXmlDoc.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 using tibxml::engine::EngineString;
 using tibxml::engine::invoke;

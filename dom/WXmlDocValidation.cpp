@@ -4,7 +4,7 @@
 #include <TibXml/WXmlDoc.h>
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 using tibxml::engine::EngineString;
 using tibxml::engine::invoke;

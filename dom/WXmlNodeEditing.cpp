@@ -2,7 +2,7 @@
 #include <TibXml/WXmlNode.h>
 #include <TibXml/WXmlNodeList.h>
 #include <TibXml/WXmlValueAccessor.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 using tibxml::engine::invoke;
 using tibxml::engine::objectFrom;

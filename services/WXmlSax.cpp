@@ -5,7 +5,7 @@
 #include <TibXml/platform/CString.h>
 #include <TibXml/platform/ComObject.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include <services/WXmlSaxImpl.h>
 

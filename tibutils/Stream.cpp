@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include <TibXml/platform/BorrowedStream.h>
+#include <TibXml/platform/StreamObject.h>
 
 namespace TibUtils {
 namespace {

@@ -1,6 +1,6 @@
 #include <TibXml/EngineCall.h>
 #include <TibXml/WXmlValueAccessor.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include <cstring>
 #include <limits>

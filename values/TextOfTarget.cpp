@@ -1,6 +1,6 @@
 #include "TextOfTarget.h"
 
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 namespace tibxml::values {
 

@@ -1,5 +1,6 @@
 #include "ValueParsing.h"
 
+#include <TibXml/platform/CLibrary.h>
 #include <TibXml/platform/WideNumber.h>
 
 #include <cwctype>

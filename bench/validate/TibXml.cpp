@@ -3,7 +3,7 @@
 #include <TibXml/TibXml.h>
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 #include <TibXml/tibutils/Stream.h>
 
 #include "Validate.h"

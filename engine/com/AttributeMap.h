@@ -3,8 +3,8 @@
 #pragma once
 
 #include <TibXml/engine/IXMLDOMNamedNodeMap.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 
 #include "NodeHandle.h"
 #include "SiblingCursor.h"

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <TibXml/engine/IXMLDOMNodeList.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 
 #include <com/LiveObjects.h>
 

@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <TibXml/platform/ErrnoResult.h>
+#include <TibXml/platform/CLibrary.h>
 #include <output/Serializer.h>
 
 #include "EncodingProbe.h"

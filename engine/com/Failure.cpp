@@ -3,7 +3,7 @@
 #include <exception>
 #include <new>
 
-#include <TibXml/platform/ErrorInfo.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/Utf.h>
 
 namespace tibxml::com {

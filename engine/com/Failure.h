@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include <TibXml/platform/ComInterface.h>
+#include <TibXml/platform/IUnknown.h>
 
 namespace tibxml::com {
 

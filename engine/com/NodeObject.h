@@ -1,8 +1,8 @@
 // The node part of every engine object that is a node.
 #pragma once
 
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 
 #include "Failure.h"
 #include "Insertion.h"

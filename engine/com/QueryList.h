@@ -4,8 +4,8 @@
 #include <vector>
 
 #include <TibXml/engine/IXMLDOMNodeList.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 
 #include <com/LiveObjects.h>
 

@@ -5,8 +5,8 @@
 
 #include <TibXml/engine/ISAXCounter.h>
 #include <TibXml/engine/ISAXXMLReader.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 
 #include <com/LiveObjects.h>
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 
 #include <com/LiveObjects.h>
 #include <validation/Schema.h>

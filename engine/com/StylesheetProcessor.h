@@ -5,8 +5,8 @@
 #include <vector>
 
 #include <TibXml/engine/IXSLTemplate.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 #include <TibXml/platform/Stream.h>
 
 #include <com/LiveObjects.h>

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include <TibXml/engine/IXSLTemplate.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 
 #include <com/LiveObjects.h>
 #include <transform/Stylesheet.h>

@@ -2,7 +2,7 @@
 
 #include <TibXml/EnginePtr.h>
 #include <TibXml/EngineString.h>
-#include <TibXml/platform/ComInterface.h>
+#include <TibXml/platform/IUnknown.h>
 
 #include <utility>
 

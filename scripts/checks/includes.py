@@ -13,8 +13,9 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)"|(\S.*))')
 # Longest first, so that a path finds its innermost folder.
 FOLDERS = (
     "engine/api", "engine/tree", "engine/query", "engine/reader", "engine/output", "engine/libxml",
-    "engine/validation", "engine/transform", "engine/com", "platform", "tibutils", "include", "xpath", "dom", "values", "composite", "services",
-    "tools", "tests", "bench", "fuzz", "examples",
+    "engine/validation", "engine/transform", "engine/com", "platform/common", "platform/linux",
+    "platform/windows", "tibutils", "include", "xpath", "dom", "values", "composite", "services", "tools",
+    "tests", "bench", "fuzz", "examples",
 )
 
 # The first part of an angle include that claims to be ours, whether or not the file exists.

@@ -11,7 +11,7 @@
 #include <malloc.h>
 
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include "FailingAllocation.h"
 

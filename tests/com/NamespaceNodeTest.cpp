@@ -1,4 +1,4 @@
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include "Objects.h"
 

@@ -9,9 +9,9 @@
 #include <utility>
 
 #include <TibXml/engine/IXMLDOMDocument.h>
-#include <TibXml/platform/BStrT.h>
+#include <TibXml/platform/BStr.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/ErrorInfo.h>
 #include <TibXml/platform/Utf.h>
 #include <com/LiveObjects.h>
 

@@ -1,6 +1,6 @@
 #include "Objects.h"
 
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 namespace tibxml::com::test {
 

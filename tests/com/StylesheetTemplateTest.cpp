@@ -6,7 +6,7 @@
 
 #include <TibXml/engine/IXSLTemplate.h>
 #include <TibXml/platform/Stream.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include "TestStreams.h"
 

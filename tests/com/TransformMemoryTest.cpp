@@ -1,5 +1,5 @@
 // Transforming when memory runs out, as far as it is the engine's own.
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include "Objects.h"
 

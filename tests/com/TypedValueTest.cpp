@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 namespace tibxml::com::test {
 

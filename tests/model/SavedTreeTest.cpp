@@ -3,10 +3,10 @@
 //
 // TIBXML_SAVED_TREES sets how many sequences there are; TIBXML_SAVED_TREE_SEED runs one of them.
 
-#include <TibXml/platform/BStrT.h>
+#include <TibXml/platform/BStr.h>
 #include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/Stream.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include <algorithm>
 #include <cstdlib>

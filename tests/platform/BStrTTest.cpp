@@ -1,4 +1,4 @@
-#include <TibXml/platform/BStrT.h>
+#include <TibXml/platform/BStr.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "StreamCalls.h"
 
-#include <TibXml/platform/BorrowedStream.h>
+#include <TibXml/platform/StreamObject.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include <TibXml/platform/ErrorInfo.h>
+#include <TibXml/platform/ComError.h>
 
 #include <gtest/gtest.h>
 

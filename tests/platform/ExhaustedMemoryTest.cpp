@@ -4,7 +4,7 @@
 #include <TibXml/platform/ComError.h>
 #include <TibXml/platform/Stream.h>
 #include <TibXml/platform/Utf.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include <gtest/gtest.h>
 

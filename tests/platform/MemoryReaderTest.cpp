@@ -1,7 +1,7 @@
 #include "StreamCalls.h"
 
-#include <TibXml/platform/BorrowedStream.h>
 #include <TibXml/platform/Stream.h>
+#include <TibXml/platform/StreamObject.h>
 
 #include <gtest/gtest.h>
 

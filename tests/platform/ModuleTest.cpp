@@ -1,4 +1,4 @@
-#include <TibXml/platform/Module.h>
+#include <TibXml/platform/ComRuntime.h>
 
 #include <gtest/gtest.h>
 

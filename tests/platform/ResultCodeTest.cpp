@@ -1,6 +1,5 @@
-#include <TibXml/platform/ErrnoResult.h>
-#include <TibXml/platform/Guid.h>
-#include <TibXml/platform/HResult.h>
+#include <TibXml/platform/CLibrary.h>
+#include <TibXml/platform/WindowsTypes.h>
 
 #include <gtest/gtest.h>
 

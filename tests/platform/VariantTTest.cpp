@@ -1,7 +1,7 @@
 #include "CountedObject.h"
 
 #include <TibXml/platform/ComError.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,7 @@
 #include <TibXml/platform/WideNumber.h>
 
+#include <TibXml/platform/CLibrary.h>
+
 #include <gtest/gtest.h>
 
 #include <clocale>

@@ -3,8 +3,8 @@
 #include "SaxRecorder.h"
 #include "TestStreams.h"
 
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <TibXml/platform/ErrorInfo.h>
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 #include "TestStreams.h"
 
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include <algorithm>
 #include <filesystem>

@@ -5,9 +5,9 @@
 
 #include <TibXml/EnginePtr.h>
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
-#include <TibXml/platform/ComInterface.h>
-#include <TibXml/platform/ErrorInfo.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/ComError.h>
+#include <TibXml/platform/IUnknown.h>
+#include <TibXml/platform/Variant.h>
 
 #include <cstddef>
 #include <map>

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include <TibXml/engine/IXMLDOMDocument.h>
-#include <TibXml/platform/BStrT.h>
+#include <TibXml/platform/BStr.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/ErrorInfo.h>
 #include <TibXml/platform/Stream.h>
 #include <com/LiveObjects.h>
 

@@ -8,10 +8,10 @@
 #include <TibXml/EnginePtr.h>
 #include <TibXml/engine/IXMLDOMDocument.h>
 #include <TibXml/engine/IXSLTemplate.h>
-#include <TibXml/platform/BStrT.h>
+#include <TibXml/platform/BStr.h>
+#include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/ErrorInfo.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 namespace {
 

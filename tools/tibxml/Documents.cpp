@@ -3,12 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <TibXml/EnginePtr.h>
 #include <TibXml/WXmlSax.h>
-#include <TibXml/platform/BStrT.h>
+#include <TibXml/platform/BStr.h>
 #include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/ErrorInfo.h>
 #include <TibXml/platform/Stream.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include "Failure.h"
 #include "InputFile.h"

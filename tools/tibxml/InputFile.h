@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
-#include <TibXml/platform/HResult.h>
 #include <TibXml/platform/Stream.h>
+#include <TibXml/platform/WindowsTypes.h>
 
 namespace tibxml::tool {
 

@@ -6,7 +6,7 @@
 
 #include <TibXml/platform/ComError.h>
 #include <TibXml/platform/Stream.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include "Arguments.h"
 #include "Commands.h"

@@ -9,7 +9,7 @@
 #include <TibXml/engine/IXMLDOMParseError2.h>
 #include <TibXml/engine/IXMLDOMSchemaCollection.h>
 #include <TibXml/platform/ComRuntime.h>
-#include <TibXml/platform/VariantT.h>
+#include <TibXml/platform/Variant.h>
 
 #include "Arguments.h"
 #include "Commands.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <TibXml/platform/ComInterface.h>
+#include <TibXml/platform/IUnknown.h>
 
 inline constexpr IID IID_ISAXAttributes{
     0xF078ABE1, 0x45D2, 0x4832, {0x91, 0xEA, 0x44, 0x66, 0xCE, 0x2F, 0x25, 0xC9}};

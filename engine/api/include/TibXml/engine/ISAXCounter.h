@@ -1,6 +1,6 @@
 #pragma once
 
-#include <TibXml/platform/ComInterface.h>
+#include <TibXml/platform/IUnknown.h>
 #include <TibXml/platform/Variant.h>
 
 inline constexpr IID IID_ISAXCounter{

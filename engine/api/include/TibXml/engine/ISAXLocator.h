@@ -1,6 +1,6 @@
 #pragma once
 
-#include <TibXml/platform/ComInterface.h>
+#include <TibXml/platform/IUnknown.h>
 
 inline constexpr IID IID_ISAXLocator{
     0x9B7E472A, 0x0DE4, 0x4640, {0xBF, 0xF3, 0x84, 0xD3, 0x8A, 0x05, 0x1C, 0x31}};

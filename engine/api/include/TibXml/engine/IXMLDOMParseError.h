@@ -1,7 +1,7 @@
 #pragma once
 
 #include <TibXml/platform/BStr.h>
-#include <TibXml/platform/ComInterface.h>
+#include <TibXml/platform/IUnknown.h>
 
 inline constexpr IID IID_IXMLDOMParseError{
     0x3EFAA426, 0x272F, 0x11D2, {0x83, 0x6F, 0x00, 0x00, 0xF8, 0x7A, 0x77, 0x82}};
