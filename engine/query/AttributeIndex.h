@@ -1,18 +1,59 @@
-// `item[@id='7']` over long runs of siblings, answered without walking them.
+// Attributes by name and value: one look-up, the predicate `[@k='v']`, and an index for long runs
+// of siblings.
+//
+// `item[@id='7']` is how programs find things in documents, often once per item. A walk over the
+// siblings costs as much as their number each time. An index costs about as much as one such walk
+// to make, and is worth nothing after the next change of the document. So nothing is built ahead
+// and nothing is kept up to date:
+//
+// - A look-up walks, and most end early. A walk that passes `longRun` members leaves a note.
+// - The second long walk over a run, if the document has not changed since, makes the index and
+//   goes on from it. Later look-ups start there. A hit near the start never pays for an index, and
+//   a document that changes between look-ups never gets one.
+// - Changes do not touch indexes. Each change counts up Document::version(), and the first look-up
+//   after it drops them all. Keeping indexes right would make every edit cost more instead.
+//
+// Invariants: an index gives the same nodes in the same order as the walk. It points into the tree
+// and is used only while the version that it was made for is current. A reader shares its
+// ownership, because a predicate that runs between two of its nodes may make the document forget
+// it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include <tree/Document.h>
+#include <tree/Name.h>
+#include <tree/Node.h>
 
-#include "NodeVisitor.h"
+#include "Evaluation.h"
 
 namespace tibxml::query {
+
+// `expanded` is a record that stands for an expanded name, or null. Returns null when there is no
+// such attribute and for nodes that are no elements.
+inline tree::Node* attributeNamed(tree::Node const* element, tree::Name const* expanded) noexcept {
+    for (tree::Node* a = element->firstAttribute(); a != nullptr; a = a->next)
+        if (a->name->expanded == expanded) return a;
+    return nullptr;
+}
+
+// `@k='v'`, the most frequent of all predicates.
+struct AttributeEquals {
+    std::uint32_t name; // by the number that NameResolution gave
+    std::string value;
+
+    bool holds(Evaluation const& evaluation, tree::Node const* node) const noexcept {
+        tree::Node const* const attribute = attributeNamed(node, evaluation.names[name]);
+        return attribute != nullptr && attribute->text() == value &&
+               !attribute->name->declaresNamespace;
+    }
+};
 
 // The children of one parent that have one name, told apart by one attribute.
 struct SiblingRun {
@@ -61,9 +102,7 @@ struct SiblingRunHash {
     std::size_t operator()(SiblingRun const& run) const noexcept;
 };
 
-// The indexes of one document. An index costs as much as a walk over the whole run, so one is made
-// only when a run is walked far for the second time without a change in between. They all go when
-// the document changes.
+// The indexes of one document, and the notes of long walks.
 class AttributeIndexes {
 public:
     // A walk that comes this far makes an index worth while.
@@ -77,7 +116,7 @@ public:
     static std::shared_ptr<AttributeIndex const> find(tree::Document& document,
                                                       SiblingRun const& run);
 
-    // To be told when a walk has come so far: the first time gives null, the second time an index.
+    // Called by a walk that has come so far: the first time returns null, the second time an index.
     static std::shared_ptr<AttributeIndex const> noteLongWalk(tree::Document& document,
                                                               SiblingRun const& run);
 

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
+#include <tree/Document.h>
 #include <tree/Name.h>
 #include <tree/Navigation.h>
 #include <tree/Node.h>
-
-#include "NamespaceAxis.h"
 
 namespace tibxml::query {
 
@@ -40,6 +40,10 @@ constexpr bool givesAttributes(Axis axis) noexcept {
 constexpr bool goesDown(Axis axis) noexcept {
     return axis >= Axis::descendant && axis <= Axis::descendantChild;
 }
+
+// The nodes for the namespaces in scope of an element, in the order of the prefixes' bytes; none
+// for other nodes. They stay until NamespaceNodes::sweep. Throws std::bad_alloc.
+std::vector<tree::Node*> namespaceNodes(tree::Document& document, tree::Node* element);
 
 namespace axis {
 
@@ -84,7 +88,7 @@ bool precedingSiblings(tree::Node* context, Take&& take) {
     return false;
 }
 
-// Behind an attribute come the children of its element, and then what follows the element.
+// After an attribute come the children of its element, and then what follows the element.
 inline tree::Node* firstFollowing(tree::Node* context) noexcept {
     if (!context->is(tree::NodeKind::attribute)) return tree::nextAfterSubtree(context, nullptr);
     return context->parent != nullptr ? tree::nextInSubtree(context->parent, nullptr) : nullptr;

@@ -41,4 +41,8 @@ private:
     Method method_;
 };
 
+// The comparison in the form that answers it fastest: `@k='v'` and `position()=3` need no
+// Comparison.
+ExpressionPtr makeComparison(Relation relation, ExpressionPtr left, ExpressionPtr right);
+
 } // namespace tibxml::query

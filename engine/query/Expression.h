@@ -1,16 +1,29 @@
-// The parts of a compiled expression.
+// The parts of a compiled expression, and how a value of one type is converted to another.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "Evaluation.h"
-#include "NodeVisitor.h"
 
 namespace tibxml::query {
+
+// Numbers are IEEE doubles with rules of their own for text and rounding.
+
+// White space, an optional minus, digits with an optional point, white space; NaN for anything
+// else. What is too large is infinite.
+double toNumber(std::string_view text) noexcept;
+
+// As few digits as tell the number from its neighbours, never an exponent; "NaN", "Infinity",
+// "-Infinity"; both zeros are "0".
+void appendNumber(double number, std::string& out);
+
+// To the nearest integer, halves upwards; from -0.5 up to zero gives -0.
+double roundNumber(double number) noexcept;
 
 enum class ValueType : std::uint8_t { nodes, boolean, number, string };
 
@@ -165,6 +178,30 @@ public:
     bool visit(Context const&, Order, NodeVisitor) const override { return false; }
 
     Spread spread() const noexcept override { return Spread::single; }
+};
+
+class NumberConstant final : public NumberExpression {
+public:
+    explicit NumberConstant(double value) noexcept : value_{value} {}
+
+    Form form() const noexcept override { return {.kind = Form::Kind::number, .number = value_}; }
+
+    double number(Context const&) const override { return value_; }
+
+private:
+    double value_;
+};
+
+class StringConstant final : public StringExpression {
+public:
+    explicit StringConstant(std::string value) noexcept : value_{std::move(value)} {}
+
+    Form form() const noexcept override { return {.kind = Form::Kind::string, .string = &value_}; }
+
+    std::string_view string(Context const&, std::string&) const override { return value_; }
+
+private:
+    std::string value_;
 };
 
 } // namespace tibxml::query

@@ -1,79 +1,15 @@
 #include "Functions.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
-#include "ContextFunctions.h"
+#include "AttributeIndex.h"
 
 namespace tibxml::query {
 
 namespace {
 
 using Special = Function::Special;
-
-constexpr bool nodes = true;
-constexpr bool defaulted = true;
-
-constexpr Function boolFunction(std::string_view name, std::size_t count, BooleanBody body) {
-    return {.name = name, .fewest = count, .most = count, .boolean = body};
-}
-
-constexpr Function numberFunction(std::string_view name, bool takesNodes, NumberBody body) {
-    return {.name = name, .fewest = 1, .most = 1, .number = body, .takesNodes = takesNodes};
-}
-
-constexpr Function defaultedNumber(std::string_view name, NumberBody body) {
-    return {.name = name, .fewest = 0, .most = 1, .number = body, .defaultsToNode = defaulted};
-}
-
-constexpr Function stringFunction(std::string_view name, std::size_t fewest, std::size_t most,
-                                  StringBody body) {
-    return {.name = name, .fewest = fewest, .most = most, .string = body};
-}
-
-constexpr Function defaultedString(std::string_view name, bool takesNodes, StringBody body) {
-    return {.name = name,
-            .fewest = 0,
-            .most = 1,
-            .string = body,
-            .takesNodes = takesNodes,
-            .defaultsToNode = defaulted};
-}
-
-constexpr Function specialFunction(std::string_view name, std::size_t count, Special special) {
-    return {.name = name, .fewest = count, .most = count, .special = special};
-}
-
-constexpr Function functions[] = {
-    boolFunction("boolean", 1, function::toBoolean),
-    boolFunction("contains", 2, function::contains),
-    boolFunction("false", 0, function::alwaysFalse),
-    boolFunction("not", 1, function::negate),
-    boolFunction("starts-with", 2, function::startsWith),
-    boolFunction("true", 0, function::alwaysTrue),
-    numberFunction("ceiling", !nodes, function::ceiling),
-    numberFunction("count", nodes, function::count),
-    numberFunction("floor", !nodes, function::floor),
-    numberFunction("round", !nodes, function::round),
-    numberFunction("sum", nodes, function::sum),
-    defaultedNumber("number", function::toNumber),
-    defaultedNumber("string-length", function::stringLength),
-    stringFunction("concat", 2, anyNumber, function::concat),
-    stringFunction("substring", 2, 3, function::substring),
-    stringFunction("substring-after", 2, 2, function::substringAfter),
-    stringFunction("substring-before", 2, 2, function::substringBefore),
-    stringFunction("translate", 3, 3, function::translate),
-    defaultedString("local-name", nodes, function::localName),
-    defaultedString("name", nodes, function::qualifiedName),
-    defaultedString("namespace-uri", nodes, function::namespaceUri),
-    defaultedString("normalize-space", !nodes, function::normalizeSpace),
-    defaultedString("string", !nodes, function::toString),
-    specialFunction("id", 1, Special::id),
-    specialFunction("lang", 1, Special::lang),
-    specialFunction("last", 0, Special::last),
-    specialFunction("position", 0, Special::position),
-};
 
 // A call whose value is made by a body.
 template <class Base, class Body>
@@ -112,6 +48,69 @@ public:
     }
 };
 
+class Position final : public NumberExpression {
+public:
+    Position() noexcept { dependOnPosition(); }
+
+    Form form() const noexcept override { return {.kind = Form::Kind::position}; }
+
+    double number(Context const& context) const override {
+        return static_cast<double>(context.position);
+    }
+};
+
+class Last final : public NumberExpression {
+public:
+    Last() noexcept { dependOnSize(); }
+
+    Form form() const noexcept override { return {.kind = Form::Kind::last}; }
+
+    double number(Context const& context) const override {
+        return static_cast<double>(context.size);
+    }
+};
+
+char lowered(char c) noexcept {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) noexcept {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return lowered(x) == lowered(y); });
+}
+
+bool isLanguageOrDialect(std::string_view actual, std::string_view wanted) noexcept {
+    if (actual.size() < wanted.size()) return false;
+    return equalIgnoringCase(actual.substr(0, wanted.size()), wanted) &&
+           (actual.size() == wanted.size() || actual[wanted.size()] == '-');
+}
+
+// Whether the nearest xml:lang around the context node names the language or a dialect of it.
+class Lang final : public BooleanExpression {
+public:
+    Lang(std::uint32_t xmlLang, ExpressionPtr language) noexcept
+        : xmlLang_{xmlLang},
+          language_{std::move(language)} {
+        dependLike(*language_);
+    }
+
+    bool boolean(Context const& context) const override {
+        tree::Name const* const name = context.evaluation.names[xmlLang_];
+        if (name == nullptr) return false;
+        std::string storage;
+        std::string_view const wanted = language_->string(context, storage);
+        for (tree::Node const* node = context.node; node != nullptr; node = node->parent) {
+            if (tree::Node const* attribute = attributeNamed(node, name))
+                return isLanguageOrDialect(attribute->text(), wanted);
+        }
+        return false;
+    }
+
+private:
+    std::uint32_t xmlLang_;
+    ExpressionPtr language_;
+};
+
 ExpressionPtr makeSpecial(Special special, Arguments arguments, std::uint32_t xmlLang) {
     switch (special) {
     case Special::position: return std::make_unique<Position>();
@@ -122,12 +121,6 @@ ExpressionPtr makeSpecial(Special special, Arguments arguments, std::uint32_t xm
 }
 
 } // namespace
-
-Function const* findFunction(std::string_view name) noexcept {
-    auto const* found = std::find_if(std::begin(functions), std::end(functions),
-                                     [name](Function const& f) { return f.name == name; });
-    return found != std::end(functions) ? found : nullptr;
-}
 
 ExpressionPtr makeCall(Function const& function, Arguments arguments, std::uint32_t xmlLang) {
     if (arguments.empty() && function.defaultsToNode)

@@ -40,35 +40,4 @@ Function const* findFunction(std::string_view name) noexcept;
 // xml:lang, which only lang() looks at.
 ExpressionPtr makeCall(Function const& function, Arguments arguments, std::uint32_t xmlLang);
 
-// The bodies, by what they give.
-namespace function {
-
-bool toBoolean(Context const&, Arguments const&);
-bool negate(Context const&, Arguments const&);
-bool alwaysTrue(Context const&, Arguments const&);
-bool alwaysFalse(Context const&, Arguments const&);
-bool startsWith(Context const&, Arguments const&);
-bool contains(Context const&, Arguments const&);
-
-double toNumber(Context const&, Arguments const&);
-double count(Context const&, Arguments const&);
-double sum(Context const&, Arguments const&);
-double floor(Context const&, Arguments const&);
-double ceiling(Context const&, Arguments const&);
-double round(Context const&, Arguments const&);
-double stringLength(Context const&, Arguments const&);
-
-std::string_view toString(Context const&, Arguments const&, std::string&);
-std::string_view concat(Context const&, Arguments const&, std::string&);
-std::string_view substringBefore(Context const&, Arguments const&, std::string&);
-std::string_view substringAfter(Context const&, Arguments const&, std::string&);
-std::string_view substring(Context const&, Arguments const&, std::string&);
-std::string_view normalizeSpace(Context const&, Arguments const&, std::string&);
-std::string_view translate(Context const&, Arguments const&, std::string&);
-std::string_view localName(Context const&, Arguments const&, std::string&);
-std::string_view namespaceUri(Context const&, Arguments const&, std::string&);
-std::string_view qualifiedName(Context const&, Arguments const&, std::string&);
-
-} // namespace function
-
 } // namespace tibxml::query

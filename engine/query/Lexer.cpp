@@ -41,7 +41,7 @@ Token Lexer::scan() {
     return scanSymbol(first);
 }
 
-// Behind an operand a star multiplies and "and", "or", "div", "mod" are operators.
+// After an operand a star multiplies and "and", "or", "div", "mod" are operators.
 bool Lexer::followsOperand() const noexcept {
     switch (previous_) {
     case TokenKind::end:
@@ -87,7 +87,7 @@ Token Lexer::scanName(std::size_t first) {
 
 void Lexer::classifyByWhatFollows(Token& name) noexcept {
     if (name.kind != TokenKind::name) return;
-    std::size_t const behind = at_;
+    std::size_t const end = at_;
     skipBlanks();
     if (name.prefix.empty() && peek() == L':' && peek(1) == L':') {
         name.kind = TokenKind::axis;
@@ -95,7 +95,7 @@ void Lexer::classifyByWhatFollows(Token& name) noexcept {
         return;
     }
     if (peek() == L'(') name.kind = TokenKind::function;
-    at_ = behind;
+    at_ = end;
 }
 
 Token Lexer::scanLiteral(std::size_t first) {

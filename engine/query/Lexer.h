@@ -1,17 +1,70 @@
 // Cuts an expression into tokens.
 #pragma once
 
-#include <query/QueryError.h>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
 
-#include "Token.h"
+#include <query/Query.h>
 
 namespace tibxml::query {
+
+enum class TokenKind : std::uint8_t {
+    end,
+    // Operands
+    literal,  // text: between the quotes
+    number,   // text: the digits
+    name,     // prefix and text
+    nameStar, // prefix:*
+    star,     // the name test, not the operator
+    function, // a name before a parenthesis, node types included
+    axis,     // text: the name before ::, which belongs to the token
+    dot,
+    dotDot,
+    at,
+    dollar,
+    leftParenthesis,
+    rightParenthesis,
+    leftBracket,
+    rightBracket,
+    comma,
+    // Operators
+    slash,
+    slashSlash,
+    bar,
+    plus,
+    minus,
+    multiply,
+    divide,
+    modulo,
+    equal,
+    notEqual,
+    less,
+    lessOrEqual,
+    greater,
+    greaterOrEqual,
+    logicalAnd,
+    logicalOr,
+};
+
+constexpr bool isOperator(TokenKind kind) noexcept {
+    return kind >= TokenKind::slash;
+}
+
+struct Token {
+    TokenKind kind = TokenKind::end;
+    std::size_t column = 1;   // of the first character
+    std::wstring_view text;   // see the kinds; otherwise as written
+    std::wstring_view prefix; // of a name, empty when there is none
+    std::wstring_view source; // as written
+};
 
 class Lexer {
 public:
     explicit Lexer(std::wstring_view expression) noexcept : text_{expression} {}
 
-    // The next token; `end` again and again behind the last one. Throws QueryError for characters
+    // The next token; after the last one always `end`. Throws QueryError for characters
     // that start no token.
     Token next();
 

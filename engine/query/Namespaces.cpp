@@ -2,7 +2,7 @@
 
 #include <TibXml/platform/Utf.h>
 
-#include <query/QueryError.h>
+#include <query/Query.h>
 
 #include <tree/Name.h>
 

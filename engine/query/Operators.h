@@ -1,5 +1,5 @@
-// The logical and arithmetic operators. Chains such as `a or b or c` are one expression with many
-// operands, so that long ones need no deep recursion.
+// `and`, `or`, arithmetic and `|`. Chains such as `a or b or c` are one expression with many
+// operands, so that long ones need no deep recursion. Comparisons are in Comparison.h.
 #pragma once
 
 #include <cstdint>
@@ -50,6 +50,19 @@ public:
 private:
     bool negative_; // false when the signs cancel out and only the conversion to a number is left
     ExpressionPtr operand_;
+};
+
+// `a|b|c`
+class Union final : public NodeExpression {
+public:
+    explicit Union(std::vector<NodeExpressionPtr> operands) noexcept;
+
+    bool visit(Context const& context, Order order, NodeVisitor visitor) const override;
+    tree::Node* first(Context const& context) const override;
+    bool boolean(Context const& context) const override;
+
+private:
+    std::vector<NodeExpressionPtr> operands_;
 };
 
 } // namespace tibxml::query

@@ -7,12 +7,12 @@
 #include <vector>
 
 #include <query/Namespaces.h>
-#include <query/QueryError.h>
+#include <query/Query.h>
 
+#include "Evaluation.h"
 #include "Expression.h"
 #include "Functions.h"
 #include "Lexer.h"
-#include "NameResolution.h"
 #include "Path.h"
 
 namespace tibxml::query {
@@ -70,7 +70,7 @@ private:
     NodeTest parseNameTest(Axis axis);
     std::string uriOf(std::wstring_view prefix) const;
 
-    // What paths may start with (ParserPrimaries.cpp)
+    // What paths may start with (Parser.cpp)
     bool startsPrimary() const noexcept;
     ExpressionPtr parsePrimary();
     ExpressionPtr parseParenthesised();

@@ -1,8 +1,8 @@
 #include <iterator>
 #include <utility>
 
-#include "Filter.h"
 #include "Parser.h"
+#include "Path.h"
 
 namespace tibxml::query {
 
@@ -79,7 +79,7 @@ ExpressionPtr Parser::parsePath() {
     return startsPrimary() ? parseFilter() : parseLocationPath();
 }
 
-// A primary expression with predicates and steps behind it, if any.
+// A primary expression with the predicates and steps that follow it, if any.
 ExpressionPtr Parser::parseFilter() {
     std::size_t const column = token_.column;
     ExpressionPtr start = parsePrimary();

@@ -1,4 +1,4 @@
-// Location paths.
+// Location paths, and paths that start at the nodes of another expression.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +6,7 @@
 
 #include "Expression.h"
 #include "PathPlan.h"
+#include "Predicates.h"
 #include "Step.h"
 
 namespace tibxml::query {
@@ -34,6 +35,24 @@ private:
     PathPlan inDocumentOrder_;
     PathPlan inAnyOrder_;
     Spread spread_;
+};
+
+// `(expression)[predicates]/steps`. The positions in the predicates count in document order.
+class Filter final : public NodeExpression {
+public:
+    Filter(NodeExpressionPtr start, Predicates predicates, std::vector<Step> steps);
+
+    bool visit(Context const& context, Order order, NodeVisitor visitor) const override;
+
+    Spread spread() const noexcept override;
+
+private:
+    bool visitStart(Context const& context, NodeVisitor visitor) const;
+    bool visitStartBySize(Context const& context, NodeVisitor visitor) const;
+
+    NodeExpressionPtr start_;
+    Predicates predicates_;
+    std::vector<Step> steps_;
 };
 
 } // namespace tibxml::query

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "AttributeEquals.h"
+#include "AttributeIndex.h"
 #include "Expression.h"
 
 namespace tibxml::query {

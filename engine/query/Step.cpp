@@ -1,11 +1,81 @@
 #include "Step.h"
 
+#include <tree/NamespaceNodes.h>
+#include <tree/NamespacesInScope.h>
+
 #include "AttributeIndex.h"
-#include "SiblingPositions.h"
+#include "Axis.h"
 
 namespace tibxml::query {
 
 namespace {
+
+// `//a[1]`: every descendant that the step selects as a child of its parent, in document order.
+// Looking at one list of children after the other would give them in another order, so the lists
+// that the walk is within are kept on a stack. On entering a list of children it finds out which of
+// them are selected, so that positions are right, and then passes them as it comes to them.
+class SiblingPositions {
+public:
+    SiblingPositions(Step const& step, Evaluation const& evaluation) noexcept
+        : step_{step},
+          evaluation_{evaluation} {}
+
+    bool walk(tree::Node* context, NodeVisitor visitor) {
+        enter(context);
+        while (!levels_.empty()) {
+            Level& level = levels_.back();
+            tree::Node* const node = level.next;
+            if (node == nullptr) {
+                leave();
+                continue;
+            }
+            level.next = node->next;
+            if (takeSelected(level, node) && visitor(node)) return true;
+            enter(node);
+        }
+        return false;
+    }
+
+private:
+    struct Level {
+        tree::Node* next;
+        std::size_t first; // of the level's selected nodes in selected_
+        std::size_t at;
+        std::size_t end;
+    };
+
+    void enter(tree::Node* parent) {
+        if (parent->firstChild() == nullptr) return;
+        std::size_t const first = selected_.size();
+        walkStepAlong(Axis::child, step_, evaluation_, parent, [this](tree::Node* node) {
+            selected_.push_back(node);
+            return false;
+        });
+        levels_.push_back({parent->firstChild(), first, first, selected_.size()});
+    }
+
+    void leave() {
+        selected_.resize(levels_.back().first);
+        levels_.pop_back();
+    }
+
+    bool takeSelected(Level& level, tree::Node* node) const noexcept {
+        if (level.at == level.end || selected_[level.at] != node) return false;
+        ++level.at;
+        return true;
+    }
+
+    Step const& step_;
+    Evaluation const& evaluation_;
+    std::vector<tree::Node*> selected_;
+    std::vector<Level> levels_;
+};
+
+// Not inlined, because every step would set up its frame.
+[[gnu::noinline]] bool walkBySiblingPositions(Step const& step, Evaluation const& evaluation,
+                                              tree::Node* context, NodeVisitor visitor) {
+    return SiblingPositions{step, evaluation}.walk(context, visitor);
+}
 
 // Candidates that pass the node test go on to the visitor if the predicates hold for each by
 // itself.
@@ -115,6 +185,14 @@ bool walkWithoutPredicates(Axis axis, Step const& step, Evaluation const& evalua
 }
 
 } // namespace
+
+std::vector<tree::Node*> namespaceNodes(tree::Document& document, tree::Node* element) {
+    std::vector<tree::Node*> nodes;
+    if (!element->is(tree::NodeKind::element)) return nodes;
+    for (tree::NamespaceInScope const& space : tree::namespacesInScope(*element))
+        nodes.push_back(tree::NamespaceNodes::get(document, element, space.prefix, space.uri));
+    return nodes;
+}
 
 bool walkStepAlong(Axis axis, Step const& step, Evaluation const& evaluation, tree::Node* context,
                    NodeVisitor visitor) {

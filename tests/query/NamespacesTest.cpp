@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <query/QueryError.h>
+#include <query/Query.h>
 
 #include "Tree.h"
 

@@ -24,10 +24,10 @@ public:
     // no effect, because an unprefixed name in an expression is a name without namespace. An empty
     // or blank text binds nothing.
     //
-    // Throws QueryError for anything else: bad names, an empty namespace for a prefix, a prefix
-    // declared twice, "xmlns" as prefix, "xml" with another namespace than its own (or its own with
-    // another prefix), the namespace of "xmlns". A caller that keeps bindings over a failed change
-    // would let expressions mean what nobody declared: assign Namespaces{} then.
+    // Throws QueryError (Query.h) for anything else: bad names, an empty namespace for a prefix, a
+    // prefix declared twice, "xmlns" as prefix, "xml" with another namespace than its own (or its
+    // own with another prefix), the namespace of "xmlns". A caller that keeps bindings over a
+    // failed change would let expressions mean something undeclared: assign Namespaces{} then.
     static Namespaces parse(std::wstring_view declarations);
 
     // The namespace of a prefix (both UTF-8); null when the prefix is not declared. Valid as long

@@ -16,19 +16,36 @@
 // Query belongs to one thread at a time, like a document. QueryCache gives each thread its own.
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 #include <vector>
 
-#include <tree/Document.h>
-
 #include <query/Namespaces.h>
-#include <query/QueryError.h>
+#include <tree/Document.h>
 
 namespace tibxml::query {
 
 class NodeExpression;
 class NameResolution;
+
+// What is wrong with an expression or with a text of namespace declarations, and where.
+// what() names the column and the fault, in UTF-8: "column 7: expected ']'".
+class QueryError : public std::runtime_error {
+public:
+    // Columns count the wide characters of the text from 1; an unexpected end is one after the
+    // last character.
+    QueryError(std::size_t column, std::string const& fault)
+        : std::runtime_error{"column " + std::to_string(column) + ": " + fault},
+          column_{column} {}
+
+    std::size_t column() const noexcept { return column_; }
+
+private:
+    std::size_t column_;
+};
 
 // A compiled expression. It refers to no document beyond names that are checked to be of the
 // document at hand, so it may outlive every document it was used on.

@@ -1,5 +1,19 @@
 // Compiled expressions, kept per thread, so that an expression which is used again is not compiled
 // again.
+//
+// Callers give paths as texts, the same few again and again, and compiling one costs more than a
+// short search. One cache per thread needs no lock, and a query remembers what its names mean in
+// the last document, which threads could not share anyway.
+//
+// An entry is found by a hash of the wide text and of the namespace declarations, because the same
+// text means something else under others. Entries stand in one array and refer to each other by
+// index: each is in the chain of its bucket and in a ring by the order of use, through entry 0.
+// When the cache is full the one that was not used for the longest time makes room. A standard map
+// with a list beside it would allocate twice per entry and build a key for each look-up; here a hit
+// allocates nothing.
+//
+// Invariants: each entry but 0 is in exactly one bucket chain and once in the ring; what can fail
+// in adding one (compiling, copying the texts, growing the array) happens before a chain changes.
 #pragma once
 
 #include <cstddef>
