@@ -5,9 +5,9 @@
 #include <vector>
 
 #include <tree/Cloning.h>
-#include <tree/Lifetime.h>
-#include <tree/NamespaceLookup.h>
+#include <tree/Lifetimes.h>
 #include <tree/NamespaceNodes.h>
+#include <tree/Namespaces.h>
 
 #include "DocumentObject.h"
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include <tree/Editing.h>
-#include <tree/NamespaceLookup.h>
+#include <tree/Namespaces.h>
 
 #include "Failure.h"
 

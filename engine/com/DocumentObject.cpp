@@ -4,7 +4,7 @@
 
 #include <tree/Cloning.h>
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 
 #include "Adoption.h"
 #include "ComPtr.h"
@@ -37,7 +37,7 @@ void DocumentObject::startAfresh() {
 }
 
 void DocumentObject::replaceContent(tree::DocumentRef const& fresh) {
-    fresh->preservesWhiteSpace = storage().preservesWhiteSpace;
+    fresh->setPreservesWhiteSpace(storage().preservesWhiteSpace());
     leaveBehind(*this);
     tree::clear(storage());
     detach();
@@ -92,7 +92,7 @@ HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept {
         startAfresh();
         // Apart from this object, which a stream of the caller's may use while it is being read.
         auto const fresh = tree::DocumentRef::adopt(tree::Document::create());
-        fresh->preservesWhiteSpace = storage().preservesWhiteSpace;
+        fresh->setPreservesWhiteSpace(storage().preservesWhiteSpace());
         Origin origin;
         reader::ReadError error;
         bool const done = read(*fresh, origin, error);
@@ -170,11 +170,11 @@ HRESULT DocumentObject::get_parseError(IXMLDOMParseError** error) noexcept {
 
 HRESULT DocumentObject::get_preserveWhiteSpace(VARIANT_BOOL* preserves) noexcept {
     return reply(IID_IXMLDOMDocument, preserves,
-                 [&] { return storage().preservesWhiteSpace ? VARIANT_TRUE : VARIANT_FALSE; });
+                 [&] { return storage().preservesWhiteSpace() ? VARIANT_TRUE : VARIANT_FALSE; });
 }
 
 HRESULT DocumentObject::put_preserveWhiteSpace(VARIANT_BOOL preserves) noexcept {
-    storage().preservesWhiteSpace = preserves != VARIANT_FALSE;
+    storage().setPreservesWhiteSpace(preserves != VARIANT_FALSE);
     return S_OK;
 }
 
@@ -235,7 +235,7 @@ HRESULT DocumentObject::importNode(IXMLDOMNode* node, VARIANT_BOOL deep,
 
 DocumentObject* DocumentObject::clone(bool deep) {
     auto copy = ComPtr<DocumentObject>::adopt(new DocumentObject);
-    copy->storage().preservesWhiteSpace = storage().preservesWhiteSpace;
+    copy->storage().setPreservesWhiteSpace(storage().preservesWhiteSpace());
     copy->namespaces_ = namespaces_;
     copy->newParser_ = newParser_;
     copy->allowDocumentFunction_ = allowDocumentFunction_;

@@ -10,7 +10,7 @@
 #include <output/Serializer.h>
 #include <reader/Reader.h>
 #include <tree/DocumentWriter.h>
-#include <tree/TextContent.h>
+#include <tree/Text.h>
 
 namespace tibxml::com {
 

@@ -1,8 +1,8 @@
 #include "Insertion.h"
 
 #include <reader/ReadError.h>
-#include <tree/Depth.h>
-#include <tree/Lifetime.h>
+#include <tree/Editing.h>
+#include <tree/Lifetimes.h>
 #include <tree/NamespaceNodes.h>
 #include <tree/Navigation.h>
 

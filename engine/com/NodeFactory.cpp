@@ -4,8 +4,8 @@
 
 #include <TibXml/platform/Utf.h>
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
-#include <tree/NameCharacters.h>
+#include <tree/Lifetimes.h>
+#include <tree/Text.h>
 
 #include "DocumentObject.h"
 #include "Text.h"

@@ -1,6 +1,6 @@
 #include "NodeHandle.h"
 
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 #include <tree/NamespaceNodes.h>
 
 #include "Failure.h"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 
 #include "Adoption.h"
 #include "Failure.h"

@@ -1,7 +1,7 @@
 #include "SetText.h"
 
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 #include <tree/NamespaceNodes.h>
 
 #include "DeclarationRules.h"

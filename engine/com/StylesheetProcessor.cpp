@@ -4,7 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 #include "DocumentFile.h"
 #include "Failure.h"

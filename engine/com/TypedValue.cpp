@@ -6,8 +6,8 @@
 #include <TibXml/platform/Base64.h>
 #include <output/ReadableText.h>
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
-#include <tree/NamespaceLookup.h>
+#include <tree/Lifetimes.h>
+#include <tree/Namespaces.h>
 
 #include "DeclarationRules.h"
 #include "Failure.h"

@@ -1,6 +1,6 @@
 #include "Layout.h"
 
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 namespace tibxml::output {
 

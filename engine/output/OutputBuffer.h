@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include <output/Sink.h>
-#include <tree/ShortMove.h>
+#include <tree/Text.h>
 
 namespace tibxml::output {
 

@@ -26,7 +26,7 @@ class Joiner {
 public:
     Joiner(tree::Document const& document, std::string& storage) noexcept
         : storage_{storage},
-          layout_{!document.preservesWhiteSpace},
+          layout_{!document.preservesWhiteSpace()},
           spaceIsKnown_{document.names().findExpanded("space", tree::xmlNamespace) != nullptr} {}
 
     std::string_view join(Node const& top) {

@@ -33,7 +33,7 @@ void writeTopLevel(Node const& node, Declared declared, bool layout, MarkupWrite
 }
 
 void writeAll(Document const& document, Declared declared, MarkupWriter& out) {
-    bool const layout = !document.preservesWhiteSpace;
+    bool const layout = !document.preservesWhiteSpace();
     Node const* node = firstWritten(*document.node());
     for (; node != nullptr; node = writtenFrom(node->next))
         writeTopLevel(*node, declared, layout, out);
@@ -47,7 +47,7 @@ void writeXml(Document const& document, Node const* node, Sink& utf8) {
     if (node->is(NodeKind::document)) {
         writeAll(document, Declared::withoutEncoding, out);
     } else {
-        bool const layout = !document.preservesWhiteSpace;
+        bool const layout = !document.preservesWhiteSpace();
         std::vector<tree::Binding> wanted;
         if (node->is(NodeKind::element)) wanted = inheritedNamespaces(*node);
         TreeWriter{out, layout}.write(*node, std::move(wanted));

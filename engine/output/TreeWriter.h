@@ -5,9 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include <tree/NamespaceScope.h>
+#include <tree/Namespaces.h>
 #include <tree/Node.h>
-#include <tree/StartTagNames.h>
 
 #include "MarkupWriter.h"
 

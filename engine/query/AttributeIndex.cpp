@@ -93,7 +93,7 @@ std::size_t SiblingRunHash::operator()(SiblingRun const& run) const noexcept {
 
 // The document's indexes that are still right, null when it has none yet.
 AttributeIndexes* AttributeIndexes::of(tree::Document& document) {
-    auto* const all = static_cast<AttributeIndexes*>(document.queryIndex.get());
+    auto* const all = static_cast<AttributeIndexes*>(slotOf(document).get());
     if (all != nullptr && all->version_ != document.version()) {
         all->runs_.clear();
         all->version_ = document.version();
@@ -111,7 +111,7 @@ std::shared_ptr<AttributeIndex const> AttributeIndexes::find(tree::Document& doc
 
 std::shared_ptr<AttributeIndex const> AttributeIndexes::noteLongWalk(tree::Document& document,
                                                                      SiblingRun const& run) {
-    if (document.queryIndex == nullptr) document.queryIndex = std::make_shared<AttributeIndexes>();
+    if (slotOf(document) == nullptr) slotOf(document) = std::make_unique<AttributeIndexes>();
     auto& runs = of(document)->runs_;
     auto const found = runs.find(run);
     if (found != runs.end()) return found->second = std::make_shared<AttributeIndex const>(run);

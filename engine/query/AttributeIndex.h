@@ -103,7 +103,7 @@ struct SiblingRunHash {
 };
 
 // The indexes of one document, and the notes of long walks.
-class AttributeIndexes {
+class AttributeIndexes final : public tree::QueryMemory {
 public:
     // A walk that comes this far makes an index worth while.
     static constexpr std::size_t longRun = 128;

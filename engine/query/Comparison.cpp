@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include <tree/TextContent.h>
+#include <tree/Text.h>
 
 #include "AttributeIndex.h"
 

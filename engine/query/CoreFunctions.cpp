@@ -5,10 +5,9 @@
 #include <utility>
 
 #include <tree/Name.h>
-#include <tree/NameCharacters.h>
-#include <tree/NamespaceLookup.h>
 #include <tree/NamespaceNodes.h>
-#include <tree/TextContent.h>
+#include <tree/Namespaces.h>
+#include <tree/Text.h>
 
 #include "Expression.h"
 #include "Functions.h"

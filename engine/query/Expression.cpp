@@ -5,8 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include <tree/NameCharacters.h>
-#include <tree/TextContent.h>
+#include <tree/Text.h>
 
 namespace tibxml::query {
 

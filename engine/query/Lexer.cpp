@@ -2,7 +2,7 @@
 
 #include <TibXml/platform/Utf.h>
 
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 namespace tibxml::query {
 

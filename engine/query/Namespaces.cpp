@@ -7,7 +7,7 @@
 #include <tree/Name.h>
 
 #include "TextHash.h"
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 namespace tibxml::query {
 

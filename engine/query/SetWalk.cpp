@@ -5,9 +5,9 @@
 #include <unordered_set>
 #include <utility>
 
-#include <tree/DocumentOrder.h>
-#include <tree/NamespaceLookup.h>
+#include <tree/Document.h>
 #include <tree/NamespaceNodes.h>
+#include <tree/Namespaces.h>
 
 namespace tibxml::query {
 
@@ -161,7 +161,7 @@ bool givesNested(Step const& step, NodeSequence const& contexts, bool single) no
 
 void sortInDocumentOrder(tree::Document& document, std::vector<tree::Node*>& nodes) {
     if (nodes.size() < 2) return;
-    tree::ensureOrder(document, nodes.front());
+    document.ensureOrder(nodes.front());
     if (document.namespaceNodes != nullptr) return sortWithNamespaces(nodes);
     std::vector<Place> places;
     places.reserve(nodes.size());

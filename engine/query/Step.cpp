@@ -1,7 +1,7 @@
 #include "Step.h"
 
 #include <tree/NamespaceNodes.h>
-#include <tree/NamespacesInScope.h>
+#include <tree/Namespaces.h>
 
 #include "AttributeIndex.h"
 #include "Axis.h"

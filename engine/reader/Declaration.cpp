@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 #include "CharacterScan.h"
 #include "Failure.h"

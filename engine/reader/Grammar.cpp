@@ -5,7 +5,7 @@
 #include <utility>
 
 #include <TibXml/platform/Utf.h>
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 #include "Failure.h"
 #include "References.h"

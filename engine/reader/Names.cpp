@@ -4,7 +4,7 @@
 #include <new>
 
 #include <TibXml/platform/Utf.h>
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 #include "CharacterScan.h"
 #include "Failure.h"

@@ -1,7 +1,7 @@
 #include <reader/Reader.h>
 
 #include <reader/Decoder.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 
 #include "Run.h"
 #include "TreeBuilder.h"

@@ -1,6 +1,6 @@
 #include "References.h"
 
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 #include "CharacterScan.h"
 #include "Failure.h"

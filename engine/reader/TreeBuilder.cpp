@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 namespace tibxml::reader {
 
@@ -19,7 +19,7 @@ void TreeBuilder::noteSpace(StartTag const& tag) {
 }
 
 bool TreeBuilder::keepsWhiteSpace() const noexcept {
-    return writer_.document().preservesWhiteSpace ||
+    return writer_.document().preservesWhiteSpace() ||
            (!spaceScopes_.empty() && spaceScopes_.back().preserve);
 }
 

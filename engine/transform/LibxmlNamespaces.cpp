@@ -4,7 +4,7 @@
 
 #include <libxml/LibxmlTypes.h>
 #include <tree/Name.h>
-#include <tree/NamespaceLookup.h>
+#include <tree/Namespaces.h>
 
 namespace tibxml::transform {
 

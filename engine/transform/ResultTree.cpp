@@ -8,8 +8,8 @@
 #include <transform/Stylesheet.h>
 #include <tree/AddressCache.h>
 #include <tree/DocumentWriter.h>
-#include <tree/NameCharacters.h>
 #include <tree/Navigation.h>
+#include <tree/Text.h>
 
 namespace tibxml::transform {
 

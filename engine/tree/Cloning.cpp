@@ -2,7 +2,7 @@
 
 #include <tree/AddressCache.h>
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 #include <tree/Navigation.h>
 
 namespace tibxml::tree {

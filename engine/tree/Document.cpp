@@ -2,6 +2,8 @@
 
 #include <atomic>
 
+#include <tree/Navigation.h>
+
 namespace tibxml::tree {
 
 namespace {
@@ -29,6 +31,19 @@ Node* Document::documentElement() const noexcept {
         if (child->is(NodeKind::element)) return child;
     }
     return nullptr;
+}
+
+void Document::ensureOrder(Node const* within) noexcept {
+    Node const* const root = rootOf(within);
+    if (orderedRoot_ == root && orderedVersion_ == version_) return;
+    std::uint32_t order = 0;
+    for (auto* node = const_cast<Node*>(root); node != nullptr; node = nextInSubtree(node, root)) {
+        node->order = order++;
+        for (Node* a = node->firstAttribute(); a != nullptr; a = a->next)
+            a->order = order++;
+    }
+    orderedRoot_ = root;
+    orderedVersion_ = version_;
 }
 
 } // namespace tibxml::tree

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 #include <tree/Navigation.h>
 
 namespace tibxml::tree {

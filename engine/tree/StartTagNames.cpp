@@ -1,4 +1,4 @@
-#include <tree/StartTagNames.h>
+#include <tree/Namespaces.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -11,8 +11,7 @@ namespace tibxml::tree {
 namespace {
 
 Binding declarationIn(Node const& attribute) noexcept {
-    Name const& name = *attribute.name;
-    return {name.prefix.empty() ? std::string_view{} : name.local, attribute.text()};
+    return {declaredPrefix(&attribute), attribute.text()};
 }
 
 bool isReserved(std::string_view prefix) noexcept {

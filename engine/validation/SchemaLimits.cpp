@@ -8,7 +8,7 @@
 #include <vector>
 
 #include <tree/Editing.h>
-#include <tree/NamespaceLookup.h>
+#include <tree/Namespaces.h>
 #include <tree/Navigation.h>
 
 namespace tibxml::validation {

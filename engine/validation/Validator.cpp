@@ -10,8 +10,8 @@
 #include <libxml/LibxmlErrors.h>
 #include <libxml/LibxmlTypes.h>
 #include <tree/AddressCache.h>
-#include <tree/NameCharacters.h>
-#include <tree/NamespaceLookup.h>
+#include <tree/Namespaces.h>
+#include <tree/Text.h>
 
 #include "ElementLines.h"
 

@@ -18,7 +18,7 @@ namespace {
 
 DocumentRef newDocument(WhiteSpace whiteSpace) {
     DocumentRef document = DocumentRef::adopt(tree::Document::create());
-    document->preservesWhiteSpace = whiteSpace == WhiteSpace::preserved;
+    document->setPreservesWhiteSpace(whiteSpace == WhiteSpace::preserved);
     return document;
 }
 

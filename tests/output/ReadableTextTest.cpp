@@ -97,7 +97,7 @@ TEST(ReadableText, PassesOverMarksThatAreNotWritten) {
     EXPECT_EQ(textOf(parse(xml(b.document()))), "xz");
 
     auto const kept = parse("<a><b>x</b>\n<c>y</c></a>");
-    kept->preservesWhiteSpace = true;
+    kept->setPreservesWhiteSpace(true);
     EXPECT_EQ(textOf(kept), "xy");
 }
 

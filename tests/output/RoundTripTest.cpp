@@ -63,7 +63,7 @@ private:
         std::string_view const uri = prefixed ? pick({"u", "v"}) : pick({"", "", "u", "v"});
         Node* const element = builder_.element(parent, name, uri);
         addAttributes(element);
-        if (builder_.document()->preservesWhiteSpace) return element;
+        if (builder_.document()->preservesWhiteSpace()) return element;
         mark(element);
         return element;
     }

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 
 #include "Tree.h"
 
@@ -87,7 +87,7 @@ TEST(AttributeIndex, answersLikeAWalk) {
     Tree const tree{numberedItems(500)};
     for (wchar_t const* value : {L"0", L"127", L"128", L"129", L"499", L"500", L"", L"x"})
         expectSame(tree, value);
-    EXPECT_NE(tree.document().queryIndex, nullptr);
+    EXPECT_TRUE(tree.document().hasQueryMemory());
 }
 
 TEST(AttributeIndex, isNotMadeForHitsNearTheStart) {
@@ -96,14 +96,14 @@ TEST(AttributeIndex, isNotMadeForHitsNearTheStart) {
         EXPECT_EQ(selectFirst(*compile(L"item[@id='100']", {}), tree.document(), tree.element()),
                   tree.find(L"/r/item[101]"));
     }
-    EXPECT_EQ(tree.document().queryIndex, nullptr);
+    EXPECT_FALSE(tree.document().hasQueryMemory());
 }
 
 TEST(AttributeIndex, isNotMadeForShortRuns) {
     Tree const tree{numberedItems(127)};
     expectSame(tree, L"126");
     expectSame(tree, L"none");
-    EXPECT_EQ(tree.document().queryIndex, nullptr);
+    EXPECT_FALSE(tree.document().hasQueryMemory());
 }
 
 TEST(AttributeIndex, keepsRepeatedValuesInOrder) {

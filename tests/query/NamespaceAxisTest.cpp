@@ -3,7 +3,7 @@
 #include <string>
 
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 #include <tree/NamespaceNodes.h>
 
 #include "Tree.h"

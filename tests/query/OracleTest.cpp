@@ -10,7 +10,7 @@
 
 #include <TibXml/platform/Utf.h>
 
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 
 #include "DocumentGenerator.h"
 #include "ExpressionGenerator.h"

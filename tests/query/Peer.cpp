@@ -10,8 +10,8 @@
 #include <libxml/xpathInternals.h>
 
 #include <tree/Name.h>
-#include <tree/NamespaceLookup.h>
 #include <tree/NamespaceNodes.h>
+#include <tree/Namespaces.h>
 
 namespace tibxml::query::test {
 

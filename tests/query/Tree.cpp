@@ -6,10 +6,10 @@
 
 #include <reader/Reader.h>
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 #include <tree/Name.h>
-#include <tree/NamespaceLookup.h>
 #include <tree/NamespaceNodes.h>
+#include <tree/Namespaces.h>
 
 namespace tibxml::query::test {
 
@@ -34,7 +34,7 @@ std::string enclosed(std::string_view before, std::string_view text, std::string
 
 Tree::Tree(std::string_view xml) : document_{tree::DocumentRef::adopt(tree::Document::create())} {
     reader::ReadError error;
-    document_->preservesWhiteSpace = true;
+    document_->setPreservesWhiteSpace(true);
     if (!reader::readUtf8(*document_, xml, error)) throw std::runtime_error{error.reason};
 }
 

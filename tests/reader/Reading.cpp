@@ -14,14 +14,14 @@ Node* Reading::root() const {
 
 Reading readBytes(Bytes source, bool preserveWhiteSpace) {
     Reading reading;
-    reading.document->preservesWhiteSpace = preserveWhiteSpace;
+    reading.document->setPreservesWhiteSpace(preserveWhiteSpace);
     reading.done = read(*reading.document, source, reading.error);
     return reading;
 }
 
 Reading readText(std::string_view utf8, bool preserveWhiteSpace) {
     Reading reading;
-    reading.document->preservesWhiteSpace = preserveWhiteSpace;
+    reading.document->setPreservesWhiteSpace(preserveWhiteSpace);
     reading.done = readUtf8(*reading.document, utf8, reading.error);
     return reading;
 }

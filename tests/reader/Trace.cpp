@@ -126,7 +126,7 @@ template <class Read>
 Trace tracedTree(WhiteSpace whiteSpace, Read readInto) {
     Trace trace;
     auto const document = tree::DocumentRef::adopt(tree::Document::create());
-    document->preservesWhiteSpace = whiteSpace == WhiteSpace::preserved;
+    document->setPreservesWhiteSpace(whiteSpace == WhiteSpace::preserved);
     trace.isAccepted = readInto(*document, trace.error);
     trace.lines = TreeTracer{}.of(document->node());
     return trace;

@@ -3,8 +3,8 @@
 #include <random>
 
 #include <tree/Cloning.h>
-#include <tree/Depth.h>
 #include <tree/DocumentWriter.h>
+#include <tree/Editing.h>
 
 namespace tibxml::tree::test {
 

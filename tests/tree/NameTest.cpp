@@ -1,6 +1,6 @@
 #include "Trees.h"
 
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 namespace tibxml::tree::test {
 

@@ -1,6 +1,6 @@
 #include "Trees.h"
 
-#include <tree/NamespaceLookup.h>
+#include <tree/Namespaces.h>
 
 namespace tibxml::tree::test {
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include <tree/DocumentOrder.h>
+#include <tree/Document.h>
 
 namespace tibxml::tree::test {
 
@@ -156,7 +156,7 @@ TEST_F(Walks, GoDeeperThanAnyStack) {
     Node* deepest = parent;
     for (int i = 0; i != 200000; ++i)
         deepest = element(deepest, "e");
-    ensureOrder(document(), deepest);
+    document().ensureOrder(deepest);
     EXPECT_EQ(deepest->order, 200001U);
     remove(document(), parent);
     EXPECT_EQ(childrenOf(top()), "");
@@ -167,14 +167,14 @@ TEST_F(Walks, NumberNodesInDocumentOrder) {
     Node* const n = attribute(a, name("n"), "v");
     Node* const b = element(a, "b");
     Node* const c = child("c");
-    ensureOrder(document(), c);
+    document().ensureOrder(c);
     EXPECT_TRUE(comesBefore(parent, a));
     EXPECT_TRUE(comesBefore(a, n));
     EXPECT_TRUE(comesBefore(n, b));
     EXPECT_TRUE(comesBefore(b, c));
     unlink(document(), a);
     appendChild(document(), parent, a);
-    ensureOrder(document(), a);
+    document().ensureOrder(a);
     EXPECT_TRUE(comesBefore(c, a));
 }
 
@@ -183,9 +183,9 @@ TEST_F(Walks, NumberADetachedTreeAndTheDocumentInTurn) {
     Node* const inside = element(top, "inside");
     Node* const c = child("c");
     for (int i = 0; i != 2; ++i) {
-        ensureOrder(document(), inside);
+        document().ensureOrder(inside);
         EXPECT_TRUE(comesBefore(top, inside));
-        ensureOrder(document(), c);
+        document().ensureOrder(c);
         EXPECT_TRUE(comesBefore(parent, c));
     }
 }

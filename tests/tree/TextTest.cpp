@@ -1,6 +1,6 @@
 #include "Trees.h"
 
-#include <tree/TextContent.h>
+#include <tree/Text.h>
 
 namespace tibxml::tree::test {
 

@@ -9,7 +9,7 @@
 
 #include <tree/Document.h>
 #include <tree/Editing.h>
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 #include <tree/Navigation.h>
 
 namespace tibxml::tree::test {

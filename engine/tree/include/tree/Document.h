@@ -14,7 +14,22 @@
 
 namespace tibxml::tree {
 
+class Document;
 class NamespaceNodes;
+
+// What the query layer remembers about a document: one object of the class that derives from this,
+// which alone reaches its place there. It notes itself for which version it holds.
+class QueryMemory {
+public:
+    QueryMemory() = default;
+    QueryMemory(QueryMemory const&) = delete;
+    QueryMemory& operator=(QueryMemory const&) = delete;
+    virtual ~QueryMemory() = default;
+
+protected:
+    // Null until something is worth remembering.
+    static std::unique_ptr<QueryMemory>& slotOf(Document& document) noexcept;
+};
 
 class Document {
 public:
@@ -48,11 +63,21 @@ public:
 
     void touch() noexcept { ++version_; }
 
-    // White-space-only text is kept when reading and written as it is.
-    bool preservesWhiteSpace = false;
+    // Whether white-space-only text is kept when reading and written as it is. What was dropped
+    // before this was set stays dropped.
+    bool preservesWhiteSpace() const noexcept { return preservesWhiteSpace_; }
+
+    void setPreservesWhiteSpace(bool preserves) noexcept { preservesWhiteSpace_ = preserves; }
+
+    // Gives every node of the tree that holds `within` a number in Node::order that grows in
+    // document order: element, its attributes, its children. They are valid until the next edit and
+    // for one tree at a time. O(size of the tree) unless they are still valid.
+    void ensureOrder(Node const* within) noexcept;
+
+    bool hasQueryMemory() const noexcept { return queryMemory_ != nullptr; }
 
     // Detached subtrees stay while a handle refers to one of their nodes. Kept per root of such a
-    // subtree: how many refer to other nodes than the root itself, if any; see Lifetime.h.
+    // subtree: how many refer to other nodes than the root itself, if any; see Lifetimes.h.
     std::unordered_map<Node const*, std::size_t> detachedHandles;
 
     // While somebody holds plain pointers to nodes, detached subtrees wait here for their disposal.
@@ -66,15 +91,9 @@ public:
     // The nodes of the namespace axis, once one was asked for; see NamespaceNodes.h.
     std::shared_ptr<NamespaceNodes> namespaceNodes;
 
-    // What the query layer remembers about this document; valid only for the version it notes
-    // itself.
-    std::shared_ptr<void> queryIndex;
-
-    // Bookkeeping of DocumentOrder.h: which tree carries valid order numbers.
-    Node const* orderedRoot = nullptr;
-    std::uint64_t orderedVersion = 0;
-
 private:
+    friend class QueryMemory;
+
     Document();
     ~Document() = default;
 
@@ -84,7 +103,15 @@ private:
     Arena arena_;
     NameTable names_;
     Node* node_;
+    Node const* orderedRoot_ = nullptr; // of the tree that has numbers, valid for:
+    std::uint64_t orderedVersion_ = 0;
+    std::unique_ptr<QueryMemory> queryMemory_;
+    bool preservesWhiteSpace_ = false;
 };
+
+inline std::unique_ptr<QueryMemory>& QueryMemory::slotOf(Document& document) noexcept {
+    return document.queryMemory_;
+}
 
 // Owns one reference to a document.
 class DocumentRef {
@@ -130,5 +157,10 @@ public:
 private:
     Document* document_ = nullptr;
 };
+
+// Both nodes must lie in the tree that Document::ensureOrder was last called for.
+inline bool comesBefore(Node const* a, Node const* b) noexcept {
+    return a->order < b->order;
+}
 
 } // namespace tibxml::tree

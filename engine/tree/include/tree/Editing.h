@@ -7,7 +7,8 @@
 #include <string_view>
 
 #include <tree/Document.h>
-#include <tree/ShortMove.h>
+#include <tree/Node.h>
+#include <tree/Text.h>
 
 namespace tibxml::tree {
 
@@ -74,7 +75,7 @@ inline void appendAttribute(Document& document, Node* element, Node* attribute) 
 // The same in front of `before`, which is in that list, or last when that is null.
 void insertBefore(Document& document, Node* parent, Node* node, Node* before) noexcept;
 
-// Takes a node or attribute out of its parent's list. It stays alive; see Lifetime.h for giving it
+// Takes a node or attribute out of its parent's list. It stays alive; see Lifetimes.h for giving it
 // back.
 void unlink(Document& document, Node* node) noexcept;
 
@@ -112,5 +113,13 @@ inline void setTextOnce(Document& document, Node* node, std::string_view text) {
         setLongText(node, text, document.arena().newExactText(text.size()));
     }
 }
+
+// Whether no element lies more than `maximum` deep when a node without this parent above it is put
+// below that: the top of a tree is 1 deep, a document does not count. At most 256.
+//
+// Node::levels bounds for each element how many lie within each other below it. Edits raise it, and
+// leave it too high when they take the deepest element away; it is lowered when that matters. So
+// asking takes a climb to the top, and a look at those parts of a subtree that were once too deep.
+bool fitsBelow(Node const* parent, Node* child, unsigned maximum) noexcept;
 
 } // namespace tibxml::tree

@@ -30,7 +30,7 @@ enum NodeFlag : std::uint8_t {
     breakAfter = 1,  // a dropped run followed this node
     breakInside = 2, // a dropped run was the first thing in this element
 
-    awaitsDisposal = 4, // see Lifetime.h
+    awaitsDisposal = 4, // see Lifetimes.h
 
     // On everything below the document node and on that itself, attributes left out, so that nobody
     // has to climb to the top to learn whether a node is attached; see isInDocument().
@@ -64,8 +64,8 @@ struct Node {
     NodeKind kind;
     std::uint8_t flags;        // of NodeFlag
     std::uint8_t inlineLength; // see Content
-    std::uint8_t levels;       // of elements below an element, at most; see Depth.h
-    std::uint32_t order;       // position in document order, valid as DocumentOrder.h tells
+    std::uint8_t levels;       // of elements below an element, at most; see fitsBelow()
+    std::uint32_t order;       // position in document order, valid as Document::ensureOrder() says
     Name* name;                // element, attribute, processing instruction (its target); else null
     Node* parent;   // of an attribute: its element; null when detached and for the document
     Node* next;     // null for the last sibling

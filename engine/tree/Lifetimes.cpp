@@ -1,4 +1,4 @@
-#include <tree/Lifetime.h>
+#include <tree/Lifetimes.h>
 
 #include <algorithm>
 #include <cstdint>

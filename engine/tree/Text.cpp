@@ -1,8 +1,10 @@
-#include <tree/NameCharacters.h>
+#include <tree/Text.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+
+#include <tree/Navigation.h>
 
 namespace tibxml::tree {
 
@@ -29,6 +31,13 @@ bool inStartRanges(std::uint32_t c) noexcept {
                        [c](Range range) { return c >= range.first && c <= range.last; });
 }
 
+Node const* nextText(Node const* node, Node const* root) noexcept {
+    do {
+        node = nextInSubtree(node, root);
+    } while (node != nullptr && !node->isText());
+    return node;
+}
+
 } // namespace
 
 bool isNameStart(wchar_t character) noexcept {
@@ -43,6 +52,25 @@ bool isNamePart(wchar_t character) noexcept {
     if (c < 0x80) return isAsciiLetter(c) || isDigit(c) || c == '_' || c == '-' || c == '.';
     return inStartRanges(c) || c == 0xB7 || (c >= 0x300 && c <= 0x36F) || c == 0x203F ||
            c == 0x2040;
+}
+
+std::string_view stringValue(Node const* node, std::string& storage) {
+    if (!node->hasChildList()) return node->text();
+    Node const* const first = nextText(node, node);
+    if (first == nullptr) return {};
+    if (nextText(first, node) == nullptr) return first->text();
+    storage.clear();
+    appendStringValue(node, storage);
+    return storage;
+}
+
+void appendStringValue(Node const* node, std::string& out) {
+    if (!node->hasChildList()) {
+        out += node->text();
+        return;
+    }
+    for (Node const* text = nextText(node, node); text != nullptr; text = nextText(text, node))
+        out += text->text();
 }
 
 } // namespace tibxml::tree
