@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include <output/Encoding.h>
 #include <output/Serializer.h>
 #include <reader/Reader.h>
 #include <tree/DocumentWriter.h>

@@ -3,7 +3,7 @@
 #include <new>
 
 #include <output/ReadableText.h>
-#include <output/WideXml.h>
+#include <output/Serializer.h>
 #include <query/QueryCache.h>
 #include <tree/Cloning.h>
 

@@ -89,7 +89,7 @@ template <Place place>
 bool isPlain16(char const* bytes, std::size_t length) noexcept {
     static_assert(std::endian::native == std::endian::little,
                   "the mask below keeps the first bytes of a word");
-    // Bytes behind the text are made blanks, which are never special.
+    // Bytes after the text are made blanks, which are never special.
     auto const keep = [length](std::size_t from) -> std::uint64_t {
         if (length >= from + 8) return ~std::uint64_t{0};
         return length <= from ? 0 : ~std::uint64_t{0} >> (8 * (from + 8 - length));

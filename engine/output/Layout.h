@@ -30,8 +30,4 @@ inline bool isSpaceAttribute(tree::Node const& attribute) noexcept {
     return name.local == "space" && name.uri == tree::xmlNamespace;
 }
 
-// Whether a text is the first of a run of adjacent texts which a reader would take for layout, the
-// whole run being white space.
-bool startsBlankRun(tree::Node const& text) noexcept;
-
 } // namespace tibxml::output

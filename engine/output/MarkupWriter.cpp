@@ -57,7 +57,7 @@ void MarkupWriter::raw(std::string_view text, std::string_view where) {
     out_.append(text);
 }
 
-// Puts the splitter in front of the last character of every `end` in the text.
+// Puts the splitter before the last character of every `end` in the text.
 void MarkupWriter::rawSplit(std::string_view text, std::string_view end, std::string_view splitter,
                             std::string_view where) {
     std::size_t found = text.find(end);

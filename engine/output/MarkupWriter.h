@@ -5,9 +5,9 @@
 
 #include <tree/Node.h>
 
+#include "Converter.h"
 #include "Escaping.h"
 #include "OutputBuffer.h"
-#include "Repertoire.h"
 
 namespace tibxml::output {
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string_view>
 
-#include <output/Sink.h>
+#include <output/Serializer.h>
 #include <tree/Text.h>
 
 namespace tibxml::output {

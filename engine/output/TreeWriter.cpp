@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <tree/Name.h>
+#include <tree/Text.h>
 
 #include "Layout.h"
 
@@ -12,6 +13,27 @@ using tree::Binding;
 using tree::Node;
 using tree::NodeKind;
 using tree::StartTagNames;
+
+namespace {
+
+bool continuesText(Node const& text) noexcept {
+    Node const* before = text.previousSibling();
+    while (before != nullptr && before->is(tree::NodeKind::text) && before->text().empty())
+        before = before->previousSibling();
+    return before != nullptr && before->is(tree::NodeKind::text);
+}
+
+// Whether a text is the first of a run of adjacent texts which a reader would take for layout, the
+// whole run being white space.
+bool startsBlankRun(Node const& text) noexcept {
+    if (!tree::isBlankText(text.text()) || continuesText(text)) return false;
+    Node const* node = text.next;
+    while (node != nullptr && node->is(tree::NodeKind::text) && tree::isBlankText(node->text()))
+        node = node->next;
+    return node == nullptr || !node->is(tree::NodeKind::text);
+}
+
+} // namespace
 
 void TreeWriter::write(Node const& top, std::vector<Binding> wanted) {
     wanted_ = std::move(wanted);

@@ -29,7 +29,7 @@ private:
         tree::Node const* element;
         std::string_view prefix;
         std::size_t scopeSize;
-        bool keptBlanks; // what holds again behind the element
+        bool keptBlanks; // what holds again after the element
     };
 
     tree::Node const* open(tree::Node const& node);

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <output/Encoding.h>
+#include <output/Serializer.h>
 
 #include "Fixture.h"
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <TibXml/platform/Utf.h>
-#include <output/WideXml.h>
+#include <output/Serializer.h>
 
 #include "Fixture.h"
 
