@@ -35,6 +35,17 @@ private:
     std::span<BYTE const> bytes_;
 };
 
+/// Writes to a stream that may be a caller's, and so may throw.
+HRESULT writeTo(IStream& target, BYTE const* bytes, ULONG count, ULONG& done) noexcept {
+    try {
+        return target.Write(bytes, count, &done);
+    } catch (std::bad_alloc const&) {
+        return E_OUTOFMEMORY;
+    } catch (...) {
+        return STG_E_WRITEFAULT;
+    }
+}
+
 } // namespace
 
 HRESULT StreamObject::CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
@@ -50,7 +61,7 @@ HRESULT StreamObject::CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEG
         ULONG put = 0;
         result = Read(piece.data(), static_cast<ULONG>(wanted), &got);
         in += got;
-        auto const wrote = got == 0 ? S_OK : target->Write(piece.data(), got, &put);
+        auto const wrote = got == 0 ? S_OK : writeTo(*target, piece.data(), got, put);
         out += put;
         if (FAILED(wrote)) result = wrote;
     }

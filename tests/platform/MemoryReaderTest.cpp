@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <new>
+#include <stdexcept>
 
 namespace {
 
@@ -23,6 +25,30 @@ IStream* overACopy(char const* bytes, UINT count) {
 IStream* overTheBytesThemselves(char const* bytes, UINT count) {
     return tibxml::platform::borrowedStream(bytes, count);
 }
+
+/// A caller's stream whose writing ends by an exception.
+class ThrowingTarget final : public tibxml::platform::StreamObject {
+public:
+    explicit ThrowingTarget(void (*thrown)()) noexcept : throw_{thrown} {}
+
+    HRESULT Read(void*, ULONG, ULONG*) override { return E_NOTIMPL; }
+
+    HRESULT Write(void const*, ULONG, ULONG*) override {
+        throw_();
+        return S_OK;
+    }
+
+    HRESULT Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return E_NOTIMPL; }
+
+    HRESULT SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
+
+    HRESULT Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
+
+    HRESULT Clone(IStream**) override { return E_NOTIMPL; }
+
+private:
+    void (*throw_)();
+};
 
 /// What all streams over bytes in memory have in common.
 class MemoryReader : public testing::TestWithParam<Kind> {
@@ -84,6 +110,27 @@ TEST_P(MemoryReader, CopiesToAnotherStream) {
     EXPECT_EQ(readFrom(target, 9), (ReadResult{S_FALSE, "bcdef"}));
     EXPECT_EQ(stream_->CopyTo(nullptr, {1}, &read, &written), STG_E_INVALIDPOINTER);
     target->Release();
+}
+
+TEST_P(MemoryReader, AnswersWhatATargetThrowsByItsCode) {
+    struct {
+        void (*thrown)();
+        HRESULT code;
+    } const cases[]{{[] { throw std::bad_alloc{}; }, E_OUTOFMEMORY},
+                    {[] { throw std::runtime_error{"broken"}; }, STG_E_WRITEFAULT},
+                    {[] { throw 7; }, STG_E_WRITEFAULT}};
+
+    for (auto const& [thrown, code] : cases) {
+        auto* const target = new ThrowingTarget{thrown};
+        ULARGE_INTEGER read{99};
+        ULARGE_INTEGER written{99};
+        seek(stream_, 1, STREAM_SEEK_SET);
+        EXPECT_EQ(stream_->CopyTo(target, {3}, &read, &written), code);
+        EXPECT_EQ(read.QuadPart, 3u);
+        EXPECT_EQ(written.QuadPart, 0u);
+        EXPECT_EQ(positionOf(stream_), 4u);
+        EXPECT_EQ(target->Release(), 0u);
+    }
 }
 
 TEST_P(MemoryReader, TellsAboutItself) {

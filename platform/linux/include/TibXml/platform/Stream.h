@@ -68,7 +68,8 @@ public:
     virtual HRESULT Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) = 0;
     /// Cuts the bytes off or adds zeros.
     virtual HRESULT SetSize(ULARGE_INTEGER size) = 0;
-    /// Copies up to `count` bytes from here to another stream.
+    /// Copies up to `count` bytes from here to another stream. What that stream's `Write` throws is
+    /// answered as a code: `E_OUTOFMEMORY` for `std::bad_alloc`, `STG_E_WRITEFAULT` for the rest.
     virtual HRESULT CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
                            ULARGE_INTEGER* written) = 0;
     virtual HRESULT Commit(DWORD flags) = 0;
