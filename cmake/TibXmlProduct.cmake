@@ -6,8 +6,7 @@ set(TIBXML_PUBLIC_DIRECTORIES platform/common/include platform/${TIBXML_SYSTEM}/
                               tibutils/include engine/api/include include)
 
 # Headers among them that are offered to our own folders only: what they declare is not exported.
-set(TIBXML_INTERNAL_HEADERS CLibrary.h ComObject.h EngineCall.h StreamObject.h Utf.h
-                            WideNumber.h)
+set(TIBXML_INTERNAL_HEADERS CLibrary.h ComObject.h StreamObject.h Utf.h WideNumber.h)
 foreach(header IN LISTS TIBXML_INTERNAL_HEADERS)
   list(APPEND not_installed PATTERN ${header} EXCLUDE)
 endforeach()

@@ -1,6 +1,6 @@
 #include <TibXml/WXmlNodeList.h>
 
-#include <TibXml/EngineCall.h>
+#include <calls/EngineCall.h>
 
 using tibxml::engine::invoke;
 using tibxml::engine::valueFrom;

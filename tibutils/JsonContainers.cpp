@@ -1,9 +1,52 @@
-#include "JsonContent.h"
+#include <TibXml/tibutils/Variant.h>
 
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <new>
 #include <stdexcept>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace TibUtils::Json {
+
+/// The values of an object, or those of an array, which have no names.
+struct Content {
+    struct Member {
+        CString name;
+        Variant value;
+    };
+
+    Content() = default;
+
+    /// A copy that has one owner. Objects and arrays among the values are shared with the original.
+    Content(Content const& other) : members{other.members}, places{other.places} {}
+
+    Content& operator=(Content const&) = delete;
+    ~Content() = default;
+
+    /// The place of a name; the number of members when there is none.
+    std::size_t find(CString const& name) const noexcept;
+
+    /// Adds a member with a name that is not there yet.
+    void add(CString name, Variant value);
+
+    std::atomic<std::size_t> owners{1};
+    Content* nextDoomed = nullptr; ///< while a chain of contents is being destroyed
+    std::vector<Member> members;
+
+    /// The places by name: of all members or of none.
+    std::unordered_map<CString, std::size_t> places;
+
+private:
+    void updatePlaces() noexcept;
+};
+
 namespace {
+
+// With fewer members than this, comparing the names one by one is faster than a table.
+constexpr std::size_t manyMembers = 16;
 
 std::size_t sizeOf(ContentPtr const& content) noexcept {
     return content.Get() == nullptr ? 0 : content.Get()->members.size();
@@ -19,6 +62,75 @@ std::size_t placeOf(ContentPtr const& content, CString const& name) noexcept {
 }
 
 } // namespace
+
+std::size_t Content::find(CString const& name) const noexcept {
+    if (!places.empty()) {
+        auto const found = places.find(name);
+        return found == places.end() ? members.size() : found->second;
+    }
+    auto const found = std::find_if(members.begin(), members.end(),
+                                    [&](Member const& member) { return member.name == name; });
+    return static_cast<std::size_t>(found - members.begin());
+}
+
+void Content::add(CString name, Variant value) {
+    members.push_back({std::move(name), std::move(value)});
+    updatePlaces();
+}
+
+// Without memory for the table it goes without: slower, but right.
+void Content::updatePlaces() noexcept {
+    if (members.size() < manyMembers) return;
+    try {
+        for (std::size_t i = places.size(); i < members.size(); ++i)
+            places.emplace(members[i].name, i);
+    } catch (std::bad_alloc const&) {
+        places.clear();
+    }
+}
+
+ContentPtr::ContentPtr(ContentPtr const& other) noexcept : content_{other.content_} {
+    if (content_ != nullptr) content_->owners.fetch_add(1, std::memory_order_relaxed);
+}
+
+Content& ContentPtr::Writable() {
+    if (content_ == nullptr) {
+        content_ = new Content;
+    } else if (content_->owners.load(std::memory_order_acquire) != 1) {
+        ContentPtr copy;
+        copy.content_ = new Content{*content_};
+        Swap(copy);
+    }
+    return *content_;
+}
+
+void ContentPtr::GiveUp(Content* content, Content*& doomed) noexcept {
+    if (content == nullptr || content->owners.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+    content->nextDoomed = doomed;
+    doomed = content;
+}
+
+Content* ContentPtr::TakeFrom(Variant& value) noexcept {
+    if (auto* const object = value.TryGet<Object>())
+        return std::exchange(object->content_.content_, nullptr);
+    if (auto* const array = value.TryGet<Array>())
+        return std::exchange(array->content_.content_, nullptr);
+    return nullptr;
+}
+
+// What lies within is taken out before its holder is deleted: as deep as values may lie within each
+// other, none is destroyed from within another one's destructor, and no memory is needed for it.
+void ContentPtr::Release(Content* content) noexcept {
+    Content* doomed = nullptr;
+    GiveUp(content, doomed);
+    while (doomed != nullptr) {
+        Content* const current = doomed;
+        doomed = current->nextDoomed;
+        for (Content::Member& member : current->members)
+            GiveUp(TakeFrom(member.value), doomed);
+        delete current;
+    }
+}
 
 std::size_t Object::GetSize() const noexcept {
     return sizeOf(content_);

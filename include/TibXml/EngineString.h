@@ -14,10 +14,13 @@
 
 namespace tibxml::engine {
 
-/// The owner of a string on its way to or from the engine. `_bstr_t` would share it, which
-/// nobody here needs and which costs an allocation for every value that is read. Names, numbers and
-/// most paths are short: those lie in the object itself, laid out as such a string is, so that
-/// passing one costs no allocation at all.
+/// The owner of a string on its way to or from the engine. `_bstr_t` would share it, which is not
+/// needed here and costs an allocation for every value that is read. Names, numbers and most paths
+/// are short: those lie in the object itself, laid out as such a string is, so that passing one
+/// costs no allocation at all.
+///
+/// For the library alone. Callers see it because a value accessor holds the name of its attribute
+/// so, by value.
 class EngineString {
 public:
     /// A null string.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <TibXml/EnginePtr.h>
-#include <TibXml/EngineSlot.h>
 #include <TibXml/WXPath.h>
 #include <TibXml/platform/CString.h>
 #include <TibXml/platform/Export.h>

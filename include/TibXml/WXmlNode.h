@@ -1,7 +1,6 @@
 #pragma once
 
 #include <TibXml/EnginePtr.h>
-#include <TibXml/EngineSlot.h>
 #include <TibXml/WXPath.h>
 #include <TibXml/platform/CString.h>
 #include <TibXml/platform/Export.h>
@@ -15,7 +14,6 @@ class WXmlNodeList;
 class WXmlValueAccessor;
 
 namespace tibxml::engine {
-class EngineString;
 struct NodeAccess;
 } // namespace tibxml::engine
 
@@ -172,7 +170,6 @@ private:
     bool IsAttributeNode() const noexcept;
     WXmlNodePtr const& Slot() const;
     WXmlNodePtr Select(WXPath const& path) const;
-    WXmlNode AppendElement(tibxml::engine::EngineString const& name, wchar_t const* namespaceURI);
     WXmlNode EnsureSteps(std::wstring_view path);
     WXmlNode CreateStep(std::wstring_view step);
     WXmlNode CreateFromPredicates(std::wstring_view step, std::size_t bracket);

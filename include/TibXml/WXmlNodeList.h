@@ -1,7 +1,6 @@
 #pragma once
 
 #include <TibXml/EnginePtr.h>
-#include <TibXml/EngineSlot.h>
 #include <TibXml/WXmlNode.h>
 #include <TibXml/platform/Export.h>
 

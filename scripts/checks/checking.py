@@ -14,8 +14,8 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 CPP_SUFFIXES = (".h", ".cpp")
 CODE_FOLDERS = (
-    "platform", "tibutils", "engine", "include", "xpath", "dom", "values", "composite", "services",
-    "tools", "tests", "bench", "fuzz", "examples",
+    "platform", "tibutils", "engine", "include", "calls", "xpath", "dom", "values", "composite",
+    "services", "tools", "tests", "bench", "fuzz", "examples",
 )
 SKIPPED = {".git", ".cache", "build", "__pycache__"}  # in a second work tree .git is a file
 

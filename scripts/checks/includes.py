@@ -14,14 +14,14 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)"|(\S.*))')
 FOLDERS = (
     "engine/api", "engine/tree", "engine/query", "engine/reader", "engine/output", "engine/libxml",
     "engine/validation", "engine/transform", "engine/com", "platform/common", "platform/linux",
-    "platform/windows", "tibutils", "include", "xpath", "dom", "values", "composite", "services", "tools",
-    "tests", "bench", "fuzz", "examples",
+    "platform/windows", "tibutils", "include", "calls", "xpath", "dom", "values", "composite", "services",
+    "tools", "tests", "bench", "fuzz", "examples",
 )
 
 # The first part of an angle include that claims to be ours, whether or not the file exists.
 OUR_PREFIXES = (
-    "TibXml", "tree", "query", "output", "reader", "validation", "transform", "com", "xpath", "dom", "values", "composite",
-    "services", "support",
+    "TibXml", "tree", "query", "output", "reader", "validation", "transform", "com", "calls", "xpath",
+    "dom", "values", "composite", "services", "support",
 )
 
 

@@ -1,8 +1,8 @@
 // How a document of the engine is made: with a class of the test's own behind the identifier.
 #include "EngineTest.h"
 
-#include <TibXml/EngineCall.h>
 #include <TibXml/platform/ComRuntime.h>
+#include <calls/EngineCall.h>
 
 #include <array>
 

@@ -2,8 +2,8 @@
 // what happens when one of them fails.
 #include "EngineTest.h"
 
-#include <TibXml/EngineCall.h>
 #include <TibXml/platform/ComRuntime.h>
+#include <calls/EngineCall.h>
 
 #include <array>
 

@@ -1,18 +1,89 @@
-#include <TibXml/tibutils/SystemIOPath.h>
-
 #include <TibXml/platform/Utf.h>
 #include <TibXml/tibutils/DataEncoding.h>
+#include <TibXml/tibutils/SystemIOFile.h>
+#include <TibXml/tibutils/SystemIOPath.h>
 
-#include "FilePath.h"
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <array>
+#include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 
-#include <fcntl.h>
-#include <unistd.h>
+namespace TibUtils::SystemIO {
+namespace {
+
+// The form in which the system takes a path. Nothing for a path that cannot name a file: one which
+// is empty, holds a NUL, or has no UTF-8 form. Replacing what has none could name another file.
+std::optional<std::string> systemPath(std::wstring_view path) {
+    std::string bytes;
+    bool const nul = path.find(L'\0') != std::wstring_view::npos;
+    if (path.empty() || nul || !tibxml::platform::appendUtf8(bytes, path)) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+} // namespace
+} // namespace TibUtils::SystemIO
+
+namespace TibUtils::SystemIO::File {
+namespace {
+
+std::optional<std::string> fileNamedBy(wchar_t const* path) {
+    return path == nullptr ? std::nullopt : systemPath(path);
+}
+
+// O_NONBLOCK keeps a named pipe which nobody reads from stopping the caller for ever.
+int openForWriting(char const* path) {
+    constexpr int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+    int descriptor = -1;
+    do {
+        descriptor = ::open(path, flags, ownerOnly);
+    } while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
+} // namespace
+
+bool ProbeCreateFile(wchar_t const* path) {
+    auto const file = fileNamedBy(path);
+    int const descriptor = file ? openForWriting(file->c_str()) : -1;
+    return descriptor >= 0 && ::close(descriptor) == 0;
+}
+
+// unlink() and not remove(), which would take empty directories too. Needs no memory, so that it
+// works when clearing up because there is none. The system knows no longer paths.
+bool Delete(wchar_t const* path) {
+    std::wstring_view const name = path == nullptr ? std::wstring_view{} : path;
+    std::array<char, PATH_MAX> file; // NOLINT(*-member-init): written below
+    auto const size = tibxml::platform::utf8Size(name);
+    if (!size.valid || size.bytes >= file.size()) {
+        return false;
+    }
+    *tibxml::platform::narrowToUtf8(name, file.data()) = '\0';
+    return ::unlink(file.data()) == 0;
+}
+
+bool Exists(wchar_t const* path) {
+    auto const file = fileNamedBy(path);
+    if (!file) {
+        return false;
+    }
+    std::error_code unknown;
+    auto const status = std::filesystem::status(*file, unknown);
+    return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+}
+
+} // namespace TibUtils::SystemIO::File
 
 namespace TibUtils::SystemIO::Path {
 namespace {

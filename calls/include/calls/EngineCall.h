@@ -2,12 +2,12 @@
 
 #include <TibXml/EnginePtr.h>
 #include <TibXml/EngineString.h>
-#include <TibXml/platform/IUnknown.h>
+#include <TibXml/platform/ComRuntime.h>
 
 #include <utility>
 
 // How documents, nodes and values call the engine: failures become exceptions here and nowhere
-// else. For our own folders only.
+// else. No header that callers see includes this one.
 namespace tibxml::engine {
 
 /// Calls one of an object's functions and gives its success code. Throws `_com_error`: with
@@ -57,6 +57,23 @@ EnginePtr<Wanted> interfaceOf(EnginePtr<Object> const& object) {
     if (code == E_NOINTERFACE) return {};
     if (FAILED(code)) _com_issue_error(code);
     return EnginePtr<Wanted>{static_cast<Wanted*>(found), false};
+}
+
+/// Makes an object of a class and asks it for an interface. Returns the code of the step that
+/// failed, or of the last one; `object` is empty after a failure.
+template <class Interface>
+HRESULT createObject(REFCLSID classId, EnginePtr<Interface>& object) {
+    object = nullptr;
+    EnginePtr<IUnknown> made;
+    void* place = nullptr;
+    HRESULT code = CoCreateInstance(classId, nullptr, CLSCTX_ALL, IID_IUnknown, &place);
+    if (FAILED(code)) return code;
+    made.Attach(static_cast<IUnknown*>(place));
+    code = OleRun(made);
+    if (FAILED(code)) return code;
+    code = made->QueryInterface(platform::iidOf<Interface>(), &place);
+    if (SUCCEEDED(code)) object.Attach(static_cast<Interface*>(place));
+    return code;
 }
 
 /// The result of an action, `onFailure` when it throws anything at all: for functions that answer
