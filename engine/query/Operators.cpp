@@ -21,10 +21,38 @@ double apply(ArithmeticOperator operation, double left, double right) noexcept {
     return left;
 }
 
-bool giveSorted(Evaluation const& evaluation, std::vector<tree::Node*> nodes, NodeVisitor visitor) {
-    sortInDocumentOrder(evaluation.document, nodes);
-    return std::any_of(nodes.begin(), nodes.end(), visitor);
-}
+// The nodes of all operands. What several operands give is dropped before it piles up: up to the
+// last operand there are at most eight times as many nodes as the largest operand gave, or four
+// times as many as there were different ones. So memory depends on the result and not on the number
+// of operands, and unions of few operands are sorted once.
+class GatheredNodes {
+public:
+    explicit GatheredNodes(Context const& context) noexcept : context_{context} {}
+
+    void add(NodeExpression const& operand) {
+        std::size_t const before = nodes_.size();
+        operand.visit(context_, Order::any, [this](tree::Node* node) {
+            nodes_.push_back(node);
+            return false;
+        });
+        limit_ = std::max(limit_, 8 * (nodes_.size() - before));
+        if (nodes_.size() <= limit_) return;
+        sort();
+        limit_ = std::max(limit_, 4 * nodes_.size());
+    }
+
+    bool giveSorted(NodeVisitor visitor) {
+        sort();
+        return std::any_of(nodes_.begin(), nodes_.end(), visitor);
+    }
+
+private:
+    void sort() { sortInDocumentOrder(context_.evaluation.document, nodes_); }
+
+    Context const& context_;
+    std::vector<tree::Node*> nodes_;
+    std::size_t limit_ = 0;
+};
 
 } // namespace
 
@@ -70,14 +98,10 @@ Union::Union(std::vector<NodeExpressionPtr> operands) noexcept : operands_{std::
 }
 
 bool Union::visit(Context const& context, Order, NodeVisitor visitor) const {
-    std::vector<tree::Node*> nodes;
-    for (NodeExpressionPtr const& operand : operands_) {
-        operand->visit(context, Order::any, [&nodes](tree::Node* node) {
-            nodes.push_back(node);
-            return false;
-        });
-    }
-    return giveSorted(context.evaluation, std::move(nodes), visitor);
+    GatheredNodes nodes{context};
+    for (NodeExpressionPtr const& operand : operands_)
+        nodes.add(*operand);
+    return nodes.giveSorted(visitor);
 }
 
 // The first of all is the first of one operand, and each operand stops at its own.
