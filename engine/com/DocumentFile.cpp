@@ -1,9 +1,12 @@
 #include "DocumentFile.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <tuple>
 #include <utility>
@@ -14,10 +17,12 @@
 
 #include <TibXml/platform/CLibrary.h>
 #include <output/Serializer.h>
+#include <reader/Reader.h>
+#include <tree/DocumentWriter.h>
+#include <tree/Text.h>
 
-#include "EncodingProbe.h"
 #include "Failure.h"
-#include "StreamOf.h"
+#include "Sources.h"
 
 namespace tibxml::com {
 
@@ -188,6 +193,45 @@ void writeInPlace(tree::Document const& document, std::string const& target) {
     File const file{target.c_str(), O_WRONLY};
     if (!file.isOpen()) fail(errno, "cannot open the file");
     file.write(bytes);
+}
+
+constexpr std::array<std::string_view, 5> readable{"", "UTF-8", "UTF-16", "ISO-8859-1", "US-ASCII"};
+
+// All characters that markup is made of, and some for which encodings change their state.
+constexpr std::string_view sample =
+    "\t\n !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`"
+    "abcdefghijklmnopqrstuvwxyz{|}~ \xC3\xA4+\xD0\x96-\xE3\x81\x82<\xEA\xB0\x80>\xE4\xB8\xAD";
+
+tree::DocumentRef newProbe(std::string_view declaration) {
+    auto probe = tree::DocumentRef::adopt(tree::Document::create());
+    tree::DocumentWriter writer{*probe};
+    writer.add(tree::NodeKind::declaration, probe->names().intern({}, "xml", {}), declaration);
+    writer.openElement(probe->names().intern({}, "probe", {}));
+    writer.add(tree::NodeKind::text, nullptr, sample);
+    writer.closeElement();
+    return probe;
+}
+
+bool isReadBack(std::string_view declaration) {
+    std::string bytes;
+    output::appendFile(*newProbe(declaration), bytes);
+    auto const again = tree::DocumentRef::adopt(tree::Document::create());
+    reader::ReadError error;
+    std::string text;
+    return reader::read(*again, std::string_view{bytes}, error) &&
+           tree::stringValue(again->documentElement(), text) == sample;
+}
+
+// Throws output::EncodingError when a document with this one's XML declaration, saved in the
+// encoding that it names, would not be understood by the reader: nothing of UTF-7 looks like an XML
+// declaration, for one. Found out by doing so with a small document, except for encodings of which
+// it is known. Throws std::bad_alloc.
+void checkReadBack(tree::Document const& document) {
+    std::string_view const encoding = output::declaredEncoding(document);
+    if (std::find(readable.begin(), readable.end(), encoding) != readable.end()) return;
+    if (isReadBack(document.node()->firstChild()->text())) return;
+    throw output::EncodingError{"a document saved in the encoding " + std::string{encoding} +
+                                " could not be read again"};
 }
 
 } // namespace

@@ -15,7 +15,6 @@
 #include "SchemaCache.h"
 #include "Sources.h"
 #include "Text.h"
-#include "TreeSource.h"
 
 namespace tibxml::com {
 
@@ -84,8 +83,8 @@ HRESULT DocumentObject::createAttribute(BSTR name, IXMLDOMAttribute** attribute)
     });
 }
 
-template <class Read>
-HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept {
+template <class Open>
+HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Open open) noexcept {
     if (isSuccessful == nullptr) return E_POINTER;
     *isSuccessful = VARIANT_FALSE;
     return guarded(IID_IXMLDOMDocument, [&] {
@@ -95,7 +94,9 @@ HRESULT DocumentObject::loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept {
         fresh->setPreservesWhiteSpace(storage().preservesWhiteSpace());
         Origin origin;
         reader::ReadError error;
-        bool const done = read(*fresh, origin, error);
+        bool const done = open(origin, error, [&](reader::Input const& input) {
+            return reader::read(*fresh, input, error);
+        });
         if (done) {
             replaceContent(fresh);
         } else {
@@ -115,13 +116,11 @@ HRESULT DocumentObject::load(VARIANT source, VARIANT_BOOL* isSuccessful) noexcep
     if (isSuccessful == nullptr) return E_POINTER;
     *isSuccessful = VARIANT_FALSE;
     if (!isSource(source)) return E_INVALIDARG;
-    return loadBy(isSuccessful,
-                  [&](tree::Document& document, Origin& origin, reader::ReadError& error) {
-                      TreeSource tree{document};
-                      if (source.vt != VT_BSTR) return readStream(tree, source.punkVal, error);
-                      origin.path = pathOf(source.bstrVal);
-                      return readFile(tree, origin.path, origin.location, error);
-                  });
+    return loadBy(isSuccessful, [&](Origin& origin, reader::ReadError& error, Reading const& read) {
+        if (source.vt != VT_BSTR) return readStream(source.punkVal, error, read);
+        origin.path = pathOf(source.bstrVal);
+        return readFile(origin.path, origin.location, error, read);
+    });
 }
 
 bool DocumentObject::isAsLoaded() const noexcept {
@@ -141,11 +140,8 @@ void DocumentObject::loadSchema(VARIANT const& path) {
 }
 
 HRESULT DocumentObject::loadXML(BSTR text, VARIANT_BOOL* isSuccessful) noexcept {
-    return loadBy(isSuccessful,
-                  [&](tree::Document& document, Origin& /*none*/, reader::ReadError& error) {
-                      TreeSource tree{document};
-                      return readWide(tree, text, error);
-                  });
+    return loadBy(isSuccessful, [&](Origin& /*none*/, reader::ReadError& /*none*/,
+                                    Reading const& read) { return read(inputOf(text)); });
 }
 
 HRESULT DocumentObject::save(VARIANT destination) noexcept {

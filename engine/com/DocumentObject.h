@@ -99,10 +99,10 @@ private:
         std::string location; // the absolute path of the file; empty when there is none
     };
 
-    // Reads new content by a step that fills a tree, its origin and an error; never leaves half of
-    // a document.
-    template <class Read>
-    HRESULT loadBy(VARIANT_BOOL* isSuccessful, Read read) noexcept;
+    // Reads new content: open(origin, error, read) opens the input and returns what `read` does
+    // with it. Never leaves half of a document.
+    template <class Open>
+    HRESULT loadBy(VARIANT_BOOL* isSuccessful, Open open) noexcept;
 
     void setNamespaces(VARIANT const& value);
     std::vector<reader::ReadError> validationErrors();

@@ -3,11 +3,11 @@
 
 #include <vector>
 
+#include <reader/LocalFile.h>
 #include <validation/Schema.h>
 
 #include "ParseErrorObject.h"
 #include "SchemaCache.h"
-#include "SchemaFiles.h"
 
 namespace tibxml::com {
 
@@ -91,10 +91,10 @@ std::vector<reader::ReadError> DocumentObject::validationErrors() {
 
 // In the file as long as it is known to hold this very content, as far as that can be known.
 void DocumentObject::findLines(std::span<validation::Mismatch> mismatches) {
-    SchemaFiles files;
-    std::string const path = isAsLoaded() ? files.find(origin_.path) : std::string{};
-    auto const read = [&](reader::ByteSource& file) { validation::findLines(mismatches, file); };
-    if (path.empty() || !files.open(path, read)) validation::findLines(mismatches, storage());
+    std::string const path = isAsLoaded() ? reader::canonicalPath(origin_.path) : std::string{};
+    reader::LocalFile file = reader::LocalFile::at(path); // not open if the path is empty
+    if (file.isOpen()) return validation::findLines(mismatches, file);
+    validation::findLines(mismatches, storage());
 }
 
 } // namespace tibxml::com

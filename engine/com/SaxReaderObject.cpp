@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <utility>
+#include <variant>
 
 #include <TibXml/platform/Utf.h>
 #include <reader/Counting.h>
@@ -14,36 +15,16 @@ namespace tibxml::com {
 
 namespace {
 
-class SaxSource final : public SourceReader {
+// Counts, and shows before each read of a stream how far it has come.
+class Counting final : private reader::ByteSource {
 public:
-    explicit SaxSource(reader::SaxEvents& events) noexcept : events_{events} {}
+    explicit Counting(SAXCounts& shown) noexcept : shown_{shown} {}
 
-    bool readBytes(reader::ByteSource& source, reader::ReadError& error) override {
-        return reader::readSax(events_, source, error);
-    }
-
-    bool readText(std::wstring_view text, reader::ReadError& error) override {
-        return reader::readSaxWide(events_, text, error);
-    }
-
-private:
-    reader::SaxEvents& events_;
-};
-
-// Counts, and shows before each read how far it has come.
-class CountingSource final : public SourceReader, private reader::ByteSource {
-public:
-    explicit CountingSource(SAXCounts& shown) noexcept : shown_{shown} {}
-
-    bool readBytes(reader::ByteSource& source, reader::ReadError& error) override {
-        source_ = &source;
-        bool const isDone = reader::count(counts_, *this, error);
-        show();
-        return isDone;
-    }
-
-    bool readText(std::wstring_view text, reader::ReadError& error) override {
-        bool const isDone = reader::countWide(counts_, text, error);
+    bool run(reader::Input const& input, reader::ReadError& error) {
+        auto const* const source = std::get_if<reader::ByteSource*>(&input.from);
+        source_ = source != nullptr ? *source : nullptr;
+        bool const isDone =
+            reader::count(counts_, source_ != nullptr ? reader::Input{*this} : input, error);
         show();
         return isDone;
     }
@@ -99,9 +80,9 @@ std::string describe(reader::ReadError const& error) {
     return std::to_string(error.line) + ":" + std::to_string(error.column) + ": " + error.reason;
 }
 
-bool readInput(SourceReader& reader, VARIANT const& input, reader::ReadError& error) {
-    return input.vt == VT_BSTR ? readWide(reader, input.bstrVal, error)
-                               : readStream(reader, input.punkVal, error);
+bool readInput(VARIANT const& input, reader::ReadError& error, Reading const& read) {
+    return input.vt == VT_BSTR ? read(inputOf(input.bstrVal))
+                               : readStream(input.punkVal, error, read);
 }
 
 // There is none, and there will be none.
@@ -209,8 +190,8 @@ HRESULT SaxReaderObject::putSecureBaseURL(wchar_t const* url) noexcept {
 HRESULT SaxReaderObject::parse(VARIANT input) noexcept {
     if (!isSource(input)) return E_INVALIDARG;
     return guarded(IID_ISAXXMLReader, [&] {
-        return parseBy({}, [&](SourceReader& reader, reader::ReadError& error) {
-            return readInput(reader, input, error);
+        return parseBy({}, [&](reader::ReadError& error, Reading const& read) {
+            return readInput(input, error, read);
         });
     });
 }
@@ -220,9 +201,9 @@ HRESULT SaxReaderObject::parseURL(wchar_t const* url) noexcept {
     return guarded(IID_ISAXXMLReader, [&] {
         std::string path;
         if (!platform::appendUtf8(path, url)) path.clear(); // no file has such a name
-        return parseBy(url, [&](SourceReader& reader, reader::ReadError& error) {
+        return parseBy(url, [&](reader::ReadError& error, Reading const& read) {
             std::string location; // nothing is looked for beside the file
-            return readFile(reader, path, location, error);
+            return readFile(path, location, error, read);
         });
     });
 }
@@ -232,9 +213,10 @@ HRESULT SaxReaderObject::count(VARIANT input, SAXCounts* counts) noexcept {
     *counts = {};
     if (!isSource(input)) return E_INVALIDARG;
     return guarded(IID_ISAXCounter, [&] {
-        CountingSource counting{*counts};
+        Counting counting{*counts};
         reader::ReadError error;
-        if (readInput(counting, input, error)) return S_OK;
+        auto const count = [&](reader::Input const& opened) { return counting.run(opened, error); };
+        if (readInput(input, error, count)) return S_OK;
         throw Failure{static_cast<HRESULT>(error.code), describe(error)};
     });
 }
@@ -247,11 +229,12 @@ HRESULT SaxReaderObject::parseBy(std::wstring source, Open open) {
     SetErrorInfo(0, nullptr); // what is there after a handler has stopped the parse is its own
     auto const locator = ComPtr<SaxLocator>::adopt(new SaxLocator{std::move(source)});
     SaxForwarder forwarder{contentHandler_, locator};
-    SaxSource reader{forwarder};
     reader::ReadError error;
     bool const isDone = [&] {
         Followed const followed{*locator, error};
-        return open(reader, error);
+        return open(error, [&](reader::Input const& input) {
+            return reader::readSax(forwarder, input, error);
+        });
     }();
     if (FAILED(forwarder.result())) return forwarder.result();
     if (isDone) return S_OK;

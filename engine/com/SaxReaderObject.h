@@ -48,7 +48,8 @@ public:
 private:
     ~SaxReaderObject() override = default;
 
-    // Parses what `open` gives to a SourceReader; `source` is the path, if there is one.
+    // Parses: open(error, read) opens the input and returns what `read` does with it; `source` is
+    // the path, if there is one.
     template <class Open>
     HRESULT parseBy(std::wstring source, Open open);
 

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include <reader/LocalFile.h>
+
 #include "Failure.h"
-#include "SchemaFiles.h"
 #include "Text.h"
 
 namespace tibxml::com {
@@ -78,15 +79,14 @@ SchemaCache::schemaFor(std::string_view namespaceUri) const {
 
 SchemaCache::Entry SchemaCache::compiled(std::string namespaceUri, DocumentObject& document) const {
     requireSchema(document.storage(), namespaceUri);
-    SchemaFiles files;
-    validation::SchemaSource const source{&document.storage(), files.find(document.loadedPath()),
-                                          document.isAsLoaded()};
+    validation::SchemaSource const source{
+        &document.storage(), reader::canonicalPath(document.loadedPath()), document.isAsLoaded()};
     std::vector<validation::SchemaSource> known;
     for (Entry const& entry : entries_) {
         if (entry.namespaceUri != namespaceUri)
             known.push_back({&entry.source->storage(), entry.path, false});
     }
-    auto schema = validation::Schema::compile(source, known, files);
+    auto schema = validation::Schema::compile(source, known);
     return {std::move(namespaceUri), std::move(schema),
             ComPtr<DocumentObject>::adopt(document.clone(true)), source.path};
 }

@@ -8,7 +8,7 @@
 
 #include "DocumentFile.h"
 #include "Failure.h"
-#include "StreamOf.h"
+#include "Sources.h"
 #include "Text.h"
 #include "Transformation.h"
 

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <reader/Decoder.h>
-
 #include "Run.h"
 
 namespace tibxml::reader {
@@ -52,25 +50,16 @@ private:
     std::uint32_t depth_ = 0;
 };
 
-bool countText(Counts& counts, Utf8Source& text, ReadError& error) {
-    counts = {};
-    error = {};
-    Window window{text};
-    Counter counter{counts};
-    Parser<Counter> parser{window, counter};
-    return run(parser, window, error);
-}
-
 } // namespace
 
-bool count(Counts& counts, ByteSource& source, ReadError& error) {
-    Decoder decoder{source, EncodingRule::detect};
-    return countText(counts, decoder, error);
-}
-
-bool countWide(Counts& counts, std::wstring_view text, ReadError& error) {
-    WideSource source{text};
-    return countText(counts, source, error);
+bool count(Counts& counts, Input const& input, ReadError& error) {
+    return withWindow(input, [&](Window& window) {
+        counts = {};
+        error = {};
+        Counter counter{counts};
+        Parser<Counter> parser{window, counter};
+        return run(parser, window, error);
+    });
 }
 
 } // namespace tibxml::reader

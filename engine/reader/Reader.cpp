@@ -1,6 +1,5 @@
 #include <reader/Reader.h>
 
-#include <reader/Decoder.h>
 #include <tree/Lifetimes.h>
 
 #include "Run.h"
@@ -38,28 +37,8 @@ void describe(ParseFailure const& failure, Window& window, ReadError& error) {
     error.offset = window.offsetOf(failure.at);
 }
 
-bool read(tree::Document& document, ByteSource& source, ReadError& error) {
-    Decoder decoder{source, EncodingRule::detect};
-    Window window{decoder};
-    return readOrClear(document, window, error);
-}
-
-bool readInSteps(tree::Document& document, ByteSource& source, std::size_t windowSize,
-                 ReadError& error) {
-    Decoder decoder{source, EncodingRule::detect};
-    Window window{decoder, windowSize};
-    return readOrClear(document, window, error);
-}
-
-bool readWide(tree::Document& document, std::wstring_view text, ReadError& error) {
-    WideSource source{text};
-    Window window{source};
-    return readOrClear(document, window, error);
-}
-
-bool readUtf8(tree::Document& document, std::string_view text, ReadError& error) {
-    Window window{text};
-    return readOrClear(document, window, error);
+bool read(tree::Document& document, Input const& input, ReadError& error) {
+    return withWindow(input, [&](Window& window) { return readOrClear(document, window, error); });
 }
 
 } // namespace tibxml::reader

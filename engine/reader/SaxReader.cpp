@@ -1,7 +1,5 @@
 #include <reader/SaxReader.h>
 
-#include <reader/Decoder.h>
-
 #include "Run.h"
 #include "WideEvents.h"
 
@@ -49,28 +47,8 @@ bool readEvents(SaxEvents& events, Window& window, ReadError& error) {
 
 } // namespace
 
-bool readSax(SaxEvents& events, ByteSource& source, ReadError& error) {
-    Decoder decoder{source, EncodingRule::detect};
-    Window window{decoder};
-    return readEvents(events, window, error);
-}
-
-bool readSaxInSteps(SaxEvents& events, ByteSource& source, std::size_t windowSize,
-                    ReadError& error) {
-    Decoder decoder{source, EncodingRule::detect};
-    Window window{decoder, windowSize};
-    return readEvents(events, window, error);
-}
-
-bool readSaxWide(SaxEvents& events, std::wstring_view text, ReadError& error) {
-    WideSource source{text};
-    Window window{source};
-    return readEvents(events, window, error);
-}
-
-bool readSaxUtf8(SaxEvents& events, std::string_view text, ReadError& error) {
-    Window window{text};
-    return readEvents(events, window, error);
+bool readSax(SaxEvents& events, Input const& input, ReadError& error) {
+    return withWindow(input, [&](Window& window) { return readEvents(events, window, error); });
 }
 
 } // namespace tibxml::reader

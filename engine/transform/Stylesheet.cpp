@@ -12,9 +12,9 @@
 
 #include <libxml/LibxmlErrors.h>
 #include <libxml/LibxmlTypes.h>
+#include <reader/LocalFile.h>
 
 #include "LibxmlDocument.h"
-#include "LocalFiles.h"
 #include "TransformContext.h"
 #include "TransformErrors.h"
 
@@ -38,13 +38,13 @@ namespace {
 
 // A stylesheet without a file has a name all the same, which nothing can be relative to.
 std::string urlOfStylesheet(std::string const& location) {
-    return location.empty() ? "stylesheet" : urlOf(location);
+    return location.empty() ? "stylesheet" : reader::urlOf(location);
 }
 
 // An element is not the whole of its file, so it does not have the file's own name.
 std::string urlOfSource(Source const& source) {
     if (source.location.empty()) return {};
-    std::string url = urlOf(source.location);
+    std::string url = reader::urlOf(source.location);
     return source.node->is(tree::NodeKind::document) ? url : url + "#";
 }
 

@@ -1,7 +1,10 @@
 #include "TransformContext.h"
 
 #include <langinfo.h>
+#include <memory>
 #include <new>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include <libxml/xpathInternals.h>
@@ -11,6 +14,7 @@
 #include <libxslt/xsltutils.h>
 
 #include <libxml/LibxmlTypes.h>
+#include <reader/LocalFile.h>
 
 #include "TransformErrors.h"
 
@@ -98,7 +102,34 @@ void registerNodeSet(xsltTransformContext& context) {
     }
 }
 
+int readFile(void* context, char* buffer, int size) noexcept {
+    auto& file = *static_cast<reader::LocalFile*>(context);
+    return static_cast<int>(file.read(buffer, static_cast<std::size_t>(size)));
+}
+
+int closeFile(void* context) noexcept {
+    delete static_cast<reader::LocalFile*>(context);
+    return 0;
+}
+
+xmlParserInputBuffer* bufferFor(std::string const& path, xmlCharEncoding encoding) {
+    auto file = std::make_unique<reader::LocalFile>(reader::LocalFile::regularAt(path));
+    if (!file->isOpen()) return nullptr;
+    auto* const buffer = xmlParserInputBufferCreateIO(readFile, closeFile, file.get(), encoding);
+    if (buffer != nullptr) static_cast<void>(file.release()); // until libxml2 closes it
+    return buffer;
+}
+
 } // namespace
+
+xmlParserInputBuffer* openLocalFile(char const* url, xmlCharEncoding encoding) noexcept {
+    try {
+        std::optional<std::string> const path = reader::pathOfUrl(url);
+        return path ? bufferFor(*path, encoding) : nullptr;
+    } catch (...) {
+        return nullptr; // what cannot be opened is missing
+    }
+}
 
 Security securityFor(DocumentFunction permission) {
     Security security{allocated(xsltNewSecurityPrefs())};

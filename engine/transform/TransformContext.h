@@ -1,9 +1,10 @@
-// The state of one run of a stylesheet, with its limits.
+// The state of one run of a stylesheet, with its limits, and what compiling and running may read.
 #pragma once
 
 #include <locale.h>
 #include <memory>
 
+#include <libxml/xmlIO.h>
 #include <libxslt/security.h>
 #include <libxslt/transform.h>
 #include <libxslt/xsltInternals.h>
@@ -32,6 +33,10 @@ Security securityFor(DocumentFunction permission);
 /// Throws std::bad_alloc, and TransformError for a parameter that cannot be set.
 Context contextFor(xsltStylesheet* style, xmlDoc* input, xsltSecurityPrefs* security,
                    Request const& request);
+
+/// For libxml2, what it may read by a URL or path: a regular file of this machine by its absolute
+/// path; null for anything else.
+xmlParserInputBuffer* openLocalFile(char const* url, xmlCharEncoding encoding) noexcept;
 
 /// While this lives, numbers of the calling thread have a decimal point, whatever the program's
 /// locale is: libxml2 and libxslt write them with the C library. All else of the thread's locale

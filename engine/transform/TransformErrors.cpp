@@ -13,9 +13,9 @@
 #include <libxslt/xsltutils.h>
 
 #include <libxml/LibxmlTypes.h>
+#include <reader/LocalFile.h>
 
 #include "LibxmlDocument.h"
-#include "LocalFiles.h"
 
 namespace tibxml::transform {
 
@@ -77,7 +77,7 @@ std::string_view unknownInstruction(std::string_view line) noexcept {
 }
 
 std::string shownFile(std::string_view url) {
-    return localPath(url).value_or(std::string{url});
+    return reader::pathOfUrl(url).value_or(std::string{url});
 }
 
 } // namespace

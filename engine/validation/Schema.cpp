@@ -104,7 +104,7 @@ private:
     xmlSchema* parse() {
         libxml::LibxmlErrors const errors{note, this};
         std::unique_ptr<xmlSchemaParserCtxt, FreeParser> const parser{
-            allocated(xmlSchemaNewParserCtxt(SchemaDocuments::nameOf(0).c_str()))};
+            allocated(xmlSchemaNewParserCtxt(documents_.nameOf(0).c_str()))};
         xmlSchemaSetParserStructuredErrors(parser.get(), note, this);
         ServedDocuments const files{documents_};
         return xmlSchemaParse(parser.get());
@@ -139,9 +139,9 @@ private:
 } // namespace
 
 std::shared_ptr<Schema const> Schema::compile(SchemaSource const& source,
-                                              std::span<SchemaSource const> known, Files& files) {
+                                              std::span<SchemaSource const> known) {
     libxml::initializeOnce<xmlSchemaInitTypes>();
-    SchemaDocuments const documents{source, known, files};
+    SchemaDocuments const documents{source, known};
     checkLimits(documents);
     // Made first, so that nothing can fail once there is something to lose.
     std::shared_ptr<Schema> schema{new Schema{nullptr}};

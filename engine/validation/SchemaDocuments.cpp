@@ -6,6 +6,8 @@
 #include <utility>
 
 #include <output/Serializer.h>
+#include <reader/LocalFile.h>
+#include <reader/Reader.h>
 #include <tree/Cloning.h>
 #include <tree/Editing.h>
 #include <tree/Navigation.h>
@@ -18,10 +20,17 @@ using tree::Node;
 
 namespace {
 
-// A folder that exists wherever there are files, in as many spellings as are needed. Only for names
-// of things that exist does the library not look into its catalogs.
+// libxml2's loader looks every name up in its catalogs (files of the system's, which may lead
+// anywhere) before it asks the thread's input hook, except the name of a file that exists. So the
+// documents, which need not be in files, have names that all mean the root folder.
 constexpr std::string_view namePrefix = "file:///";
-constexpr std::string_view nameStep = "./";
+
+std::string nameFor(std::size_t index) {
+    std::string name{namePrefix};
+    for (std::size_t i = 0; i <= index; ++i)
+        name += "./";
+    return name;
+}
 
 bool isSchemaElement(Node const* node, std::string_view local) noexcept {
     return node->is(tree::NodeKind::element) && node->name->uri == schemaNamespace &&
@@ -96,31 +105,19 @@ std::string_view targetNamespace(tree::Document const& schema) noexcept {
     return attribute(schema.documentElement(), "targetNamespace");
 }
 
-SchemaDocuments::SchemaDocuments(SchemaSource const& source, std::span<SchemaSource const> known,
-                                 Files& files)
+SchemaDocuments::SchemaDocuments(SchemaSource const& source, std::span<SchemaSource const> known)
     : known_{known},
-      files_{files},
       knownEntries_(known.size()) {
     add(source);
     for (std::size_t i = 0; i != entries_.size(); ++i)
         connect(i);
 }
 
-std::string SchemaDocuments::nameOf(std::size_t index) {
-    std::string name{namePrefix};
-    for (std::size_t i = 0; i <= index; ++i)
-        name += nameStep;
-    return name;
-}
-
 std::optional<std::size_t> SchemaDocuments::indexOf(std::string_view name) const noexcept {
-    if (!name.starts_with(namePrefix)) return std::nullopt;
-    name.remove_prefix(namePrefix.size());
-    std::size_t steps = 0;
-    for (; name.starts_with(nameStep); name.remove_prefix(nameStep.size()))
-        ++steps;
-    if (!name.empty() || steps == 0 || steps > entries_.size()) return std::nullopt;
-    return steps - 1;
+    auto const found = std::find_if(entries_.begin(), entries_.end(),
+                                    [&](Entry const& entry) { return entry.name == name; });
+    if (found == entries_.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - entries_.begin());
 }
 
 std::string SchemaDocuments::textOf(std::size_t index) const {
@@ -130,21 +127,24 @@ std::string SchemaDocuments::textOf(std::size_t index) const {
 }
 
 std::size_t SchemaDocuments::add(SchemaSource const& source) {
-    entries_.push_back({copyOf(*source.document), source.path, source.isAsInFile});
+    return add(Entry{copyOf(*source.document), source.path, source.isAsInFile, {}});
+}
+
+std::size_t SchemaDocuments::add(Entry entry) {
+    entry.name = nameFor(entries_.size());
+    entries_.push_back(std::move(entry));
     return entries_.size() - 1;
 }
 
 std::size_t SchemaDocuments::add(std::string const& path) {
-    Entry entry{tree::DocumentRef::adopt(tree::Document::create()), path, true};
+    Entry entry{tree::DocumentRef::adopt(tree::Document::create()), path, true, {}};
+    reader::LocalFile file = reader::LocalFile::at(path);
+    if (!file.isOpen()) throw SchemaError{path + ": cannot be opened"};
     reader::ReadError error;
-    bool done = false;
-    bool const opened = files_.open(
-        path, [&](reader::ByteSource& source) { done = reader::read(*entry.tree, source, error); });
-    if (!opened) throw SchemaError{path + ": cannot be opened"};
-    if (!done) throw SchemaError{placed(path, error.line, error.reason)};
+    if (!reader::read(*entry.tree, file, error))
+        throw SchemaError{placed(path, error.line, error.reason)};
     if (!isSchema(*entry.tree)) throw SchemaError{placed(path, 0, "this is no schema")};
-    entries_.push_back(std::move(entry));
-    return entries_.size() - 1;
+    return add(std::move(entry));
 }
 
 void SchemaDocuments::connect(std::size_t index) {
@@ -182,7 +182,7 @@ std::size_t SchemaDocuments::located(std::size_t index, Node const* reference,
     std::string const quoted = "'" + std::string{location} + "'";
     if (isElsewhere(location))
         throw errorAt(index, reference, quoted + " is not a local file, and no other is read");
-    std::string const path = files_.find(pathAt(index, location));
+    std::string const path = reader::canonicalPath(pathAt(index, location));
     if (path.empty()) throw errorAt(index, reference, "there is no file " + quoted);
     for (std::size_t i = 0; i != entries_.size(); ++i)
         if (entries_[i].path == path) return i;
@@ -204,11 +204,8 @@ long SchemaDocuments::lineAt(std::size_t index, std::uint64_t element) const {
     Entry const& entry = entries_[index];
     if (entry.path.empty() || !entry.isAsInFile)
         return ElementLines{{element}, *entry.tree}.lineOf(element);
-    long line = 0;
-    files_.open(entry.path, [&](reader::ByteSource& source) {
-        line = ElementLines{{element}, source}.lineOf(element);
-    });
-    return line;
+    reader::LocalFile file = reader::LocalFile::at(entry.path);
+    return file.isOpen() ? ElementLines{{element}, file}.lineOf(element) : 0;
 }
 
 SchemaError SchemaDocuments::errorAt(std::size_t index, std::uint64_t element,

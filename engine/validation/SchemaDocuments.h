@@ -20,7 +20,7 @@ namespace tibxml::validation {
 class SchemaDocuments {
 public:
     // Reads all documents. Throws SchemaError for one that cannot be read, std::bad_alloc.
-    SchemaDocuments(SchemaSource const& source, std::span<SchemaSource const> known, Files& files);
+    SchemaDocuments(SchemaSource const& source, std::span<SchemaSource const> known);
     SchemaDocuments(SchemaDocuments const&) = delete;
     SchemaDocuments& operator=(SchemaDocuments const&) = delete;
     ~SchemaDocuments() = default;
@@ -32,7 +32,8 @@ public:
     }
 
     // The name by which the documents refer to one of them; the first one is the schema itself.
-    static std::string nameOf(std::size_t index);
+    std::string const& nameOf(std::size_t index) const noexcept { return entries_[index].name; }
+
     std::optional<std::size_t> indexOf(std::string_view name) const noexcept;
 
     // The text of a document.
@@ -51,10 +52,12 @@ private:
         tree::DocumentRef tree; // a copy of our own
         std::string path;
         bool isAsInFile;
+        std::string name; // for libxml2
     };
 
     std::size_t add(SchemaSource const& source);
     std::size_t add(std::string const& path);
+    std::size_t add(Entry entry);
     void connect(std::size_t index);
     void connect(std::size_t index, tree::Node* reference);
     std::optional<std::size_t> targetOf(std::size_t index, tree::Node const* reference);
@@ -64,7 +67,6 @@ private:
     long lineAt(std::size_t index, std::uint64_t element) const;
 
     std::span<SchemaSource const> known_;
-    Files& files_;
     std::vector<Entry> entries_;
     std::vector<std::optional<std::size_t>> knownEntries_; // where those that are used stand
 };

@@ -83,7 +83,9 @@ void appendLine(Node const& node, std::string& out) {
 DocumentRef parse(std::string_view text, WhiteSpace whiteSpace) {
     DocumentRef document = newDocument(whiteSpace);
     reader::ReadError error;
-    EXPECT_TRUE(reader::readUtf8(*document, text, error)) << error.reason << " in\n" << text;
+    EXPECT_TRUE(reader::read(*document, {text, reader::EncodingRule::alwaysUtf8}, error))
+        << error.reason << " in\n"
+        << text;
     return document;
 }
 

@@ -35,7 +35,8 @@ std::string enclosed(std::string_view before, std::string_view text, std::string
 Tree::Tree(std::string_view xml) : document_{tree::DocumentRef::adopt(tree::Document::create())} {
     reader::ReadError error;
     document_->setPreservesWhiteSpace(true);
-    if (!reader::readUtf8(*document_, xml, error)) throw std::runtime_error{error.reason};
+    if (!reader::read(*document_, {xml, reader::EncodingRule::alwaysUtf8}, error))
+        throw std::runtime_error{error.reason};
 }
 
 tree::Node* Tree::find(std::wstring_view expression) const {

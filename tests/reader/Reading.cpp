@@ -22,7 +22,7 @@ Reading readBytes(Bytes source, bool preserveWhiteSpace) {
 Reading readText(std::string_view utf8, bool preserveWhiteSpace) {
     Reading reading;
     reading.document->setPreservesWhiteSpace(preserveWhiteSpace);
-    reading.done = readUtf8(*reading.document, utf8, reading.error);
+    reading.done = read(*reading.document, {utf8, EncodingRule::alwaysUtf8}, reading.error);
     return reading;
 }
 

@@ -203,6 +203,12 @@ Trace tracedSax(Places places, Read readTo) {
     return trace;
 }
 
+Input inSteps(Bytes& source, std::size_t windowSize) {
+    Input input{source};
+    input.windowSize = windowSize;
+    return input;
+}
+
 } // namespace
 
 std::string_view upToTheError(std::string_view lines) noexcept {
@@ -220,7 +226,7 @@ Trace traceTree(Bytes source, WhiteSpace whiteSpace) {
 
 Trace traceTreeOfText(std::string_view utf8, WhiteSpace whiteSpace) {
     return tracedTree(whiteSpace, [&](tree::Document& document, ReadError& error) {
-        return readUtf8(document, utf8, error);
+        return read(document, {utf8, EncodingRule::alwaysUtf8}, error);
     });
 }
 
@@ -232,19 +238,19 @@ Trace traceSax(Bytes source, Places places) {
 
 Trace traceSaxOfText(std::string_view utf8, Places places) {
     return tracedSax(places, [&](SaxEvents& events, ReadError& error) {
-        return readSaxUtf8(events, utf8, error);
+        return readSax(events, {utf8, EncodingRule::alwaysUtf8}, error);
     });
 }
 
 Trace traceTreeInSteps(Bytes source, std::size_t windowSize, WhiteSpace whiteSpace) {
     return tracedTree(whiteSpace, [&](tree::Document& document, ReadError& error) {
-        return readInSteps(document, source, windowSize, error);
+        return read(document, inSteps(source, windowSize), error);
     });
 }
 
 Trace traceSaxInSteps(Bytes source, std::size_t windowSize, Places places) {
     return tracedSax(places, [&](SaxEvents& events, ReadError& error) {
-        return readSaxInSteps(events, source, windowSize, error);
+        return readSax(events, inSteps(source, windowSize), error);
     });
 }
 

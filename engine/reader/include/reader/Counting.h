@@ -3,9 +3,8 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
-#include <reader/ByteSource.h>
+#include <reader/Input.h>
 #include <reader/ReadError.h>
 
 namespace tibxml::reader {
@@ -18,12 +17,9 @@ struct Counts {
     std::uint32_t depth = 0; // elements inside each other
 };
 
-// As readSax() reads: true when the whole document was read, else false with `error` filled.
-// `counts` says at any time what was there so far. Throws std::bad_alloc and what the source
-// throws.
-bool count(Counts& counts, ByteSource& source, ReadError& error);
-
-// The same from wide text, whatever encoding it declares.
-bool countWide(Counts& counts, std::wstring_view text, ReadError& error);
+/// As readSax() reads: true when the whole document was read, else false with `error` filled.
+/// `counts` says at any time what was there so far. Throws std::bad_alloc and what the source
+/// throws.
+bool count(Counts& counts, Input const& input, ReadError& error);
 
 } // namespace tibxml::reader

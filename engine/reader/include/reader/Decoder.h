@@ -12,8 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include <reader/ByteSource.h>
-#include <reader/EncodingRule.h>
+#include <reader/Input.h>
 #include <reader/Utf8Source.h>
 
 namespace tibxml::reader {

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include <reader/ByteSource.h>
+#include <reader/Input.h>
 #include <reader/ReadError.h>
 
 namespace tibxml::reader {
@@ -68,20 +68,9 @@ protected:
     ~SaxEvents() = default;
 };
 
-// Reads a document from bytes: the encoding is that of the byte order mark, else the declared one,
-// else UTF-8. True when the whole document was read; false with `error` filled when the source is
-// not a well-formed document, and with its code 0 when the events ended the reading. Throws
-// std::bad_alloc, and what the events throw.
-bool readSax(SaxEvents& events, ByteSource& source, ReadError& error);
-
-// The same from text that is UTF-8 whatever it declares.
-bool readSaxUtf8(SaxEvents& events, std::string_view text, ReadError& error);
-
-// The same from wide text. What is no Unicode is an error with the code errorSource.
-bool readSaxWide(SaxEvents& events, std::wstring_view text, ReadError& error);
-
-// As readSax(), looking at so few bytes at a time, for tests.
-bool readSaxInSteps(SaxEvents& events, ByteSource& source, std::size_t windowSize,
-                    ReadError& error);
+/// True when the whole document was read; false with `error` filled if the input is not a
+/// well-formed document, and with its code 0 if the events ended the reading. Throws
+/// std::bad_alloc, and what the events throw.
+bool readSax(SaxEvents& events, Input const& input, ReadError& error);
 
 } // namespace tibxml::reader

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -27,26 +26,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// How schemas reach the file system.
-class Files {
-public:
-    /// The one path of the file that a path or `file:` URL means; empty when there is none. Throws
-    /// std::bad_alloc.
-    virtual std::string find(std::string const& path) = 0;
-
-    /// Hands the bytes of a file that was found to `use`; false when it cannot be opened. Throws
-    /// std::bad_alloc and what `use` throws.
-    virtual bool open(std::string const& found,
-                      std::function<void(reader::ByteSource&)> const& use) = 0;
-
-protected:
-    ~Files() = default;
-};
-
 /// A schema as a tree. The tree is not changed and must outlive the call that gets it.
 struct SchemaSource {
     tree::Document const* document = nullptr;
-    std::string path;        // as found, for relative locations; empty when it is from no file
+    std::string path;        // reader::canonicalPath of its file; empty when it is from none
     bool isAsInFile = false; // the tree is what that file holds
 };
 
@@ -61,11 +44,12 @@ inline constexpr std::size_t mostSchemaDocuments = 500;
 /// A compiled schema. It keeps nothing of its sources and does not change any more.
 class Schema {
 public:
-    /// Compiles a schema with all that it includes, imports and redefines. Imports of a namespace
+    /// Compiles a schema with all that it includes, imports and redefines, which it reads from
+    /// local files. Imports of a namespace
     /// that `known` has a schema for mean that one. Anything that is no local file is refused, and
     /// nothing is ever asked of a network. Throws SchemaError and std::bad_alloc.
     static std::shared_ptr<Schema const> compile(SchemaSource const& source,
-                                                 std::span<SchemaSource const> known, Files& files);
+                                                 std::span<SchemaSource const> known);
 
     Schema(Schema const&) = delete;
     Schema& operator=(Schema const&) = delete;
