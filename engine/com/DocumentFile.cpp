@@ -112,7 +112,7 @@ private:
     ISequentialStream& stream_;
 };
 
-// A file beside its target, under a name that nobody has, until it takes the target's place. Names
+// A file beside its target, under a name not in use, until it takes the target's place. Names
 // are looked up from the folder, so neither they nor the path get longer than the target's own.
 class TemporaryFile {
 public:
@@ -176,7 +176,7 @@ std::filesystem::path resolved(std::filesystem::path path) {
     return path;
 }
 
-// What replaces a file is read by nobody who might not have read that one.
+// Only those who may read the old file may read the one that replaces it.
 void replaceFile(tree::Document const& document, std::filesystem::path const& target,
                  struct stat const* old) {
     TemporaryFile temporary{target, old != nullptr ? 0600U : 0666U};

@@ -8,6 +8,7 @@
 
 #include "ParseErrorObject.h"
 #include "SchemaCache.h"
+#include "Sources.h"
 
 namespace tibxml::com {
 
@@ -56,12 +57,8 @@ HRESULT DocumentObject::get_schemas(VARIANT* schemas) noexcept {
 
 HRESULT DocumentObject::putref_schemas(VARIANT schemas) noexcept {
     return guarded(IID_IXMLDOMDocument2, [&] {
-        if (isEmpty(schemas)) {
-            schemas_ = {};
-        } else {
-            bool const isObject = schemas.vt == VT_UNKNOWN || schemas.vt == VT_DISPATCH;
-            schemas_ = SchemaCache::behind(isObject ? schemas.punkVal : nullptr);
-        }
+        schemas_ =
+            isEmpty(schemas) ? ComPtr<SchemaCache>{} : SchemaCache::behind(objectIn(schemas));
         return S_OK;
     });
 }

@@ -6,16 +6,12 @@
 #include <reader/LocalFile.h>
 
 #include "Failure.h"
+#include "Sources.h"
 #include "Text.h"
 
 namespace tibxml::com {
 
 namespace {
-
-// An object variant's object; null for other variants.
-IUnknown* objectIn(VARIANT const& value) noexcept {
-    return value.vt == VT_UNKNOWN || value.vt == VT_DISPATCH ? value.punkVal : nullptr;
-}
 
 ComPtr<DocumentObject> loaded(VARIANT const& path) {
     // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): guarded() handles it

@@ -59,6 +59,10 @@ bool isSource(VARIANT const& source) noexcept {
     return source.vt == VT_BSTR || source.vt == VT_UNKNOWN || source.vt == VT_DISPATCH;
 }
 
+IUnknown* objectIn(VARIANT const& value) noexcept {
+    return value.vt == VT_UNKNOWN || value.vt == VT_DISPATCH ? value.punkVal : nullptr;
+}
+
 std::string pathOf(BSTR text) {
     std::string path;
     std::wstring_view const wide = viewOf(text);

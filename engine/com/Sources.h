@@ -17,6 +17,9 @@ namespace tibxml::com {
 /// Whether a variant names something to load from or save to: a string or an object.
 bool isSource(VARIANT const& source) noexcept;
 
+/// The object in a variant; null for other variants.
+IUnknown* objectIn(VARIANT const& value) noexcept;
+
 /// A path or `file:` URL as UTF-8, empty if it is not Unicode text. Throws std::bad_alloc.
 std::string pathOf(BSTR text);
 

@@ -20,11 +20,6 @@ bool isNothing(VARIANT const& value) noexcept {
     return value.vt == VT_EMPTY || value.vt == VT_NULL;
 }
 
-// Null for other variants.
-IUnknown* objectIn(VARIANT const& value) noexcept {
-    return value.vt == VT_UNKNOWN || value.vt == VT_DISPATCH ? value.punkVal : nullptr;
-}
-
 VARIANT objectVariant(IUnknown* object) noexcept {
     VARIANT value{};
     if (object == nullptr) return value;

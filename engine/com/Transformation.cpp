@@ -2,6 +2,7 @@
 
 #include "DocumentObject.h"
 #include "Failure.h"
+#include "Sources.h"
 #include "Text.h"
 
 namespace tibxml::com {
@@ -11,15 +12,6 @@ DocumentObject& documentOf(NodeHandle const& handle) {
         throw Failure{E_INVALIDARG, "the object is no document"};
     return handle.owner();
 }
-
-namespace {
-
-ComPtr<NodeHandle> objectIn(VARIANT const& output) {
-    bool const isObject = output.vt == VT_UNKNOWN || output.vt == VT_DISPATCH;
-    return handleOf(isObject ? output.punkVal : nullptr);
-}
-
-} // namespace
 
 // A node that is left from an earlier content has the file no more.
 transform::Source sourceOf(NodeHandle const& handle) {
@@ -44,7 +36,7 @@ transform::Request requestOf(NodeHandle const& source, DocumentObject const& sty
 } // namespace
 
 void transformToObject(NodeHandle& source, NodeHandle& stylesheet, VARIANT const& output) {
-    ComPtr<NodeHandle> const target = objectIn(output);
+    ComPtr<NodeHandle> const target = handleOf(objectIn(output));
     DocumentObject& targetDocument = documentOf(*target);
     DocumentObject& sheet = documentOf(stylesheet);
     std::string messages;

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include <tree/Text.h>
+
 #include "Messages.h"
 
 namespace tibxml::reader {
@@ -85,10 +87,6 @@ std::string asciiText(std::string_view bytes, Encoding encoding, std::size_t lim
 
 constexpr std::string_view opening = "<?xml";
 
-constexpr bool isBlank(char c) noexcept {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
 constexpr bool isLetter(char c) noexcept {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
@@ -98,7 +96,7 @@ constexpr bool isNameCharacter(char c) noexcept {
 }
 
 void skipBlanks(std::string_view& text) noexcept {
-    while (!text.empty() && isBlank(text.front()))
+    while (!text.empty() && tree::isBlank(text.front()))
         text.remove_prefix(1);
 }
 
@@ -119,7 +117,7 @@ std::string_view takeValue(std::string_view& text) noexcept {
 // The declaration at the front up to its end; empty when there is none.
 std::string declarationIn(std::string_view bytes, Encoding encoding) {
     std::string text = asciiText(bytes, encoding, opening.size() + 1);
-    if (!text.starts_with(opening) || !isBlank(text.back())) return {};
+    if (!text.starts_with(opening) || !tree::isBlank(text.back())) return {};
     text = asciiText(bytes, encoding, bytes.size());
     return text.ends_with("?>") ? text : std::string{};
 }

@@ -1,14 +1,6 @@
 #include "TreeBuilder.h"
 
-#include <algorithm>
-
-#include <tree/Text.h>
-
 namespace tibxml::reader {
-
-bool TreeBuilder::isAllSpace(std::string_view text) noexcept {
-    return std::all_of(text.begin(), text.end(), tree::isBlank<char>);
-}
 
 void TreeBuilder::noteSpace(StartTag const& tag) {
     for (Attribute const& attribute : tag.attributes) {
@@ -24,7 +16,7 @@ bool TreeBuilder::keepsWhiteSpace() const noexcept {
 }
 
 void TreeBuilder::piece(std::string_view text) {
-    if (!textHasContent_) textHasContent_ = !isAllSpace(text);
+    if (!textHasContent_) textHasContent_ = !tree::isBlankText(text);
     text_ += text;
 }
 

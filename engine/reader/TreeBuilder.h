@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <tree/DocumentWriter.h>
+#include <tree/Text.h>
 
 #include "Grammar.h"
 
@@ -46,7 +47,7 @@ public:
 
     void text(std::string_view whole) {
         if (text_.empty()) {
-            addText(whole, !isAllSpace(whole));
+            addText(whole, !tree::isBlankText(whole));
         } else {
             piece(whole);
         }
@@ -65,7 +66,6 @@ private:
         bool preserve;
     };
 
-    static bool isAllSpace(std::string_view text) noexcept;
     void noteSpace(StartTag const& tag);
     bool keepsWhiteSpace() const noexcept;
     void flushText();

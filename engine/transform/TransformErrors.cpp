@@ -24,7 +24,7 @@ using libxml::view;
 
 namespace {
 
-// What follows the first words of an error tells where it has led to; some of that helps.
+// What follows the first words of an error says where it led; some of that helps.
 constexpr std::size_t enough = 120;
 
 thread_local TransformErrors* current = nullptr;

@@ -80,7 +80,7 @@ std::uint64_t numberOf(xmlNode const* element) noexcept {
     return number;
 }
 
-// One call of the schema processor; the first error counts.
+// One compilation by libxml2; the first error counts.
 class Compilation {
 public:
     explicit Compilation(SchemaDocuments const& documents) noexcept : documents_{documents} {}

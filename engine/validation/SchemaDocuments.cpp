@@ -158,7 +158,7 @@ void SchemaDocuments::connect(std::size_t index, Node* reference) {
     if (target) setLocation(*entries_[index].tree, reference, nameOf(*target));
 }
 
-// None for an import that says no place: the processor then knows what is missing.
+// None for an import without a location: libxml2 then knows what is missing.
 std::optional<std::size_t> SchemaDocuments::targetOf(std::size_t index, Node const* reference) {
     if (isSchemaElement(reference, "import"))
         if (auto const known = knownTarget(reference)) return known;

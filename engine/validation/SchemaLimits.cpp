@@ -159,7 +159,7 @@ private:
         std::size_t next;
     };
 
-    // Depth first, without recursion. Circles are the processor's business, which tells them.
+    // Depth first, without recursion. libxml2 reports circles.
     void measure(Definition& start) {
         std::vector<Visit> open{{&start, 0}};
         start.isOpen = true;

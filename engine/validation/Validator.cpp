@@ -104,7 +104,7 @@ private:
         EventName name;
         std::uint64_t element;
         bool hasElements;
-        bool hasToldText;
+        bool hasText;
     };
 
     bool isStopped() const noexcept { return exception_ || mismatches_.size() == mostMismatches; }
@@ -167,22 +167,22 @@ private:
     void text(Node const& node) {
         Open& open = open_.back();
         if (open.hasElements) return mixedText(node, open);
-        if (text_.empty() && firstText(node.next) == nullptr) return tell(node.text());
+        if (text_.empty() && firstText(node.next) == nullptr) return pass(node.text());
         text_ += node.text();
         if (firstText(node.next) != nullptr) return;
-        tell(text_);
+        pass(text_);
         text_.clear();
     }
 
     // libxml2 joins the texts of an element to one value. Beside child elements none counts
-    // as a value: all that matters is whether there is any text, so one piece tells all.
+    // as a value: all that matters is whether there is any text, so one piece is enough.
     void mixedText(Node const& node, Open& open) {
-        if (open.hasToldText || tree::isBlankText(node.text())) return;
-        open.hasToldText = true;
-        tell(node.text());
+        if (open.hasText || tree::isBlankText(node.text())) return;
+        open.hasText = true;
+        pass(node.text());
     }
 
-    void tell(std::string_view text) { events_->characters(data_, bytes(text), lengthOf(text)); }
+    void pass(std::string_view text) { events_->characters(data_, bytes(text), lengthOf(text)); }
 
     void end() {
         EventName const name = open_.back().name;

@@ -1,5 +1,5 @@
-// Counts what is in a document, without telling it to anybody: no text is made wide, no name kept
-// but those that the rules need.
+// Counts what is in a document without reporting it: no text is made wide, and only the names are
+// kept that the rules need.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Reads XML without building a tree: what is in the document is told event by event, as wide text.
-// As strict as reading into a tree, by the same parser.
+// Reads XML without building a tree and reports what is in the document event by event, as wide
+// text. As strict as reading into a tree, by the same parser.
 //
 // Memory is needed for the open elements, the distinct names, and one tag, CDATA section or
 // processing instruction at a time, whatever the size of the document.
@@ -39,8 +39,8 @@ protected:
     ~SaxPlace() = default;
 };
 
-// Who is told. Each function says whether to go on; false ends the reading, and nothing more is
-// told. An exception does the same and leaves the reading. Texts are valid during the call only,
+// Receives the events. Each function returns whether to go on; false ends the reading, and no event
+// follows. An exception does the same and leaves the reading. Texts are valid during the call only,
 // and never without an address, even when empty.
 class SaxEvents {
 public:

@@ -78,7 +78,7 @@ inline constexpr std::uint32_t errorInvalid = 0xC00CE000;
 inline constexpr std::size_t mostMismatches = 1000;
 
 /// All that is wrong with a document, which must have a root element, in the order in which it
-/// shows; empty when it is valid. The tree is handed to the schema processor event by event, so
+/// shows; empty when it is valid. The tree is handed to libxml2 event by event, so
 /// memory is taken for open elements, for the values that the schema wants to be unique, and for
 /// one text at a time. Throws std::bad_alloc, and std::length_error for texts above 2 GiB.
 std::vector<Mismatch> validate(Schema const& schema, tree::Document const& document);
