@@ -108,6 +108,10 @@ void WXmlDoc::ReleaseDocument() noexcept {
     }
 }
 
+WXmlDocPtr WXmlDoc::EngineDocument() const noexcept {
+    return Document();
+}
+
 bool WXmlDoc::operator==(WXmlDoc const& other) const {
     IUnknown* const left = Document();
     IUnknown* const right = other.Document();

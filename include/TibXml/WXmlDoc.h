@@ -48,7 +48,7 @@ protected:
 ///
 /// Loading and saving answer whether they worked and never throw. The other functions throw
 /// `_com_error` with the engine's code and, in `Description()`, its explanation, unless they say
-/// otherwise. Why a load failed is what the engine knows: see `IXMLDOMDocument::get_parseError`.
+/// otherwise. Why a load failed is what the engine knows: see `EngineDocument`.
 ///
 /// Threads: a document and all that was taken from it belong to one thread at a time. Different
 /// documents may be used on different threads at the same time. COM has to be initialised on the
@@ -71,7 +71,7 @@ public:
 
     WXmlDoc(WXmlDoc const& other);
 
-    /// What was moved from can only be assigned to or destroyed.
+    /// What was moved from can only be assigned to, destroyed or asked for its `EngineDocument`.
     WXmlDoc(WXmlDoc&& other) noexcept;
     WXmlDoc& operator=(WXmlDoc const& other);
     WXmlDoc& operator=(WXmlDoc&& other) noexcept;
@@ -94,6 +94,15 @@ public:
 
     /// Makes the handle empty.
     void ReleaseDocument() noexcept;
+
+    /// The engine's own document, for what the handle does not offer: why a load failed and where
+    /// (`IXMLDOMDocument::get_parseError`), validation by several schemas, compiled stylesheets. It
+    /// is the document that this handle and its copies share, so that each sees what the others
+    /// change, and it stays alive for as long as the pointer is kept. The next load of this handle
+    /// makes another one.
+    ///
+    /// Empty when the handle is, and for one that was moved from; never throws.
+    WXmlDocPtr EngineDocument() const noexcept;
 
     /// Whether both handles have the same document, or both have none. Content does not count.
     bool operator==(WXmlDoc const& other) const;

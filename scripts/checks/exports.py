@@ -58,9 +58,9 @@ def faults_of(names, needed):
 
 
 OUR_NAMES = [
-    "WXPath::WXPath(wchar_t const*)", "vtable for WXmlDoc", "typeinfo for _com_error",
-    "typeinfo name for WXmlValueTypeNotFoundException", "SysAllocString", "CString::~CString()",
-    "std::optional<CRect> WXmlValueAccessor::Get<CRect>() const",
+    "WXPath::WXPath(wchar_t const*)", "vtable for WXmlDoc", "WXmlDoc::EngineDocument() const",
+    "typeinfo for _com_error", "typeinfo name for WXmlValueTypeNotFoundException", "SysAllocString",
+    "CString::~CString()", "std::optional<CRect> WXmlValueAccessor::Get<CRect>() const",
     "TibUtils::DataEncoding::Utf8Encode(CString const&)", "operator==(CString const&, CString const&)",
 ]
 OTHER_NAMES = [

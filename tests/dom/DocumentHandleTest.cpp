@@ -44,6 +44,60 @@ TEST(DocumentHandle, TakesAnEngineDocumentByAReferenceOfItsOwn) {
     engine->Release();
 }
 
+static_assert(noexcept(std::declval<WXmlDoc const&>().EngineDocument()));
+
+TEST(DocumentHandle, GivesItsEngineDocumentWithAReferenceOfItsOwn) {
+    auto const behaviour = std::make_shared<fake::Behaviour>();
+    fake::Document* engine = nullptr;
+    auto const pointer = fake::make<fake::Document, IXMLDOMDocument3>(behaviour, engine);
+    WXmlDocPtr given;
+    {
+        WXmlDoc const document{pointer};
+        given = document.EngineDocument();
+    }
+    EXPECT_EQ(given, pointer);
+    EXPECT_EQ(engine->AddRef(), 3U);
+    engine->Release();
+    EXPECT_TRUE(behaviour->calls.empty()) << "the document itself is not asked";
+}
+
+TEST(DocumentHandle, HasNoEngineDocumentWhileItIsEmpty) {
+    WXmlDoc document;
+    EXPECT_FALSE(document.EngineDocument());
+    EXPECT_TRUE(document.LoadFromString(L"<a/>"));
+    EXPECT_TRUE(document.EngineDocument());
+    document.ReleaseDocument();
+    EXPECT_FALSE(document.EngineDocument());
+}
+
+TEST(DocumentHandle, HasNoEngineDocumentAfterItWasMovedFrom) {
+    WXmlDoc document = loaded(L"<a/>");
+    WXmlDocPtr const engine = document.EngineDocument();
+    WXmlDoc const target{std::move(document)};
+    // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is tested
+    EXPECT_FALSE(document.EngineDocument());
+    EXPECT_EQ(target.EngineDocument(), engine);
+}
+
+TEST(DocumentHandle, SharesItsEngineDocumentWithCopiesAndWithWhatIsDoneThroughIt) {
+    WXmlDoc const document = loaded(L"<a/>");
+    WXmlDoc const copy = document; // NOLINT(performance-unnecessary-copy-initialization)
+    WXmlDocPtr const engine = document.EngineDocument();
+    EXPECT_EQ(copy.EngineDocument(), engine);
+    EXPECT_TRUE(WXmlDoc{engine} == document);
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    EXPECT_EQ(engine->loadXML(_bstr_t{L"<b/>"}, &isLoaded), S_OK);
+    EXPECT_EQ(utf8(document.GetRootNode().GetName()), "b");
+}
+
+TEST(DocumentHandle, ALoadMakesANewEngineDocument) {
+    WXmlDoc document = loaded(L"<a/>");
+    WXmlDocPtr const before = document.EngineDocument();
+    EXPECT_TRUE(document.LoadFromString(L"<b/>"));
+    EXPECT_NE(document.EngineDocument(), before);
+    EXPECT_EQ(utf8(WXmlDoc{before}.GetRootNode().GetName()), "a");
+}
+
 TEST(DocumentHandle, AnEmptyPointerMakesAnEmptyHandle) {
     WXmlDoc const document{WXmlDocPtr{}};
     EXPECT_FALSE(document.IsLoaded());

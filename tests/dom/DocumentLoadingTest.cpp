@@ -9,6 +9,7 @@
 #include <fstream>
 #include <functional>
 #include <new>
+#include <ostream>
 #include <stdexcept>
 #include <utility>
 
@@ -280,6 +281,62 @@ TEST(DocumentLoading, EveryLoadMakesANewDocument) {
     ASSERT_TRUE(document.LoadFromString(L"<a/>"));
     EXPECT_TRUE(old != document.GetRootNode());
     EXPECT_EQ(utf8(old.GetName()), "a") << "a node of the old one stays usable";
+}
+
+struct Trouble {
+    LONG code;
+    LONG line;
+    LONG column;
+
+    friend bool operator==(Trouble const&, Trouble const&) = default;
+};
+
+void PrintTo(Trouble const& trouble, std::ostream* out) {
+    *out << std::hex << static_cast<std::uint32_t>(trouble.code) << std::dec << " in "
+         << trouble.line << ":" << trouble.column;
+}
+
+// What the engine keeps about the last load of a handle. It has words for every error, and none
+// without one.
+Trouble troubleOf(WXmlDoc const& document) {
+    EnginePtr<IXMLDOMParseError> error;
+    Trouble trouble{};
+    _bstr_t reason;
+    EXPECT_EQ(document.EngineDocument()->get_parseError(error.GetAddress()), S_OK);
+    EXPECT_EQ(error->get_errorCode(&trouble.code), S_OK);
+    EXPECT_EQ(error->get_line(&trouble.line), S_OK);
+    EXPECT_EQ(error->get_linepos(&trouble.column), S_OK);
+    EXPECT_EQ(error->get_reason(reason.GetAddress()), S_OK);
+    EXPECT_EQ(reason.length() != 0, trouble.code != 0);
+    return trouble;
+}
+
+TEST(DocumentLoading, AFailedLoadKeepsItsReasonInTheEngineDocument) {
+    std::string const broken = "<a>\n<b></a>";
+    TemporaryFile const file{broken};
+    // The end tag in the second line has another name than the start tag.
+    Trouble const wrongEndTag{static_cast<LONG>(0xC00CE007), 2, 8};
+    WXmlDoc document = loaded(L"<old/>");
+    std::pair<char const*, std::function<bool()>> const ways[] = {
+        {"text", [&] { return document.LoadFromString(L"<a>\n<b></a>"); }},
+        {"stream", [&] { return document.Load(streamOf(broken)); }},
+        {"file", [&] { return document.Load(file.path()); }}};
+    for (auto const& [name, load] : ways) {
+        EXPECT_FALSE(load()) << name;
+        EXPECT_FALSE(document.IsLoaded()) << name;
+        EXPECT_EQ(troubleOf(document), wrongEndTag) << name;
+        EXPECT_TRUE(document.LoadFromString(L"<a/>")) << name;
+        EXPECT_EQ(troubleOf(document), Trouble{}) << "after a load that worked";
+    }
+}
+
+TEST(DocumentLoading, ASourceThatCannotBeReadIsAReason) {
+    constexpr auto unreadable = static_cast<LONG>(0xC00CE587);
+    WXmlDoc document;
+    EXPECT_FALSE(document.Load(L"/no/such/file.xml"));
+    EXPECT_EQ(troubleOf(document), (Trouble{unreadable, 0, 0}));
+    EXPECT_FALSE(document.Load(slowStream("<a>\n", 9, 4)));
+    EXPECT_EQ(troubleOf(document), (Trouble{unreadable, 2, 1})) << "where the reading stopped";
 }
 
 } // namespace

@@ -31,6 +31,7 @@ void useDocument() {
     expect(doc.GetRootNode().GetNode(L"item[@id='3']/value", node), "a node by path");
     expect(node.Value().GetInt(0) == 42, "a typed value");
     expect(doc.GetRootNode().GetNodes(L"item").Count() == 1, "a list by path");
+    expect(WXmlDoc(doc.EngineDocument()) == doc, "the engine's document");
 }
 
 void useLayers() {
