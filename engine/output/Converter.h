@@ -9,22 +9,22 @@
 
 namespace tibxml::output {
 
-// The system's character set conversion from UTF-8.
+/// The system's character set conversion from UTF-8.
 class Converter {
 public:
-    // Throws EncodingError for an encoding that the system does not know.
+    /// Throws EncodingError for an encoding that the system does not know.
     explicit Converter(std::string const& encoding);
     Converter(Converter const&) = delete;
     Converter& operator=(Converter const&) = delete;
     ~Converter();
 
-    // Whether the encoding has this one character, so that it is the same one when it is read:
-    // some have bytes for two and give the other one back. Forgets what was converted before.
+    /// Whether the encoding has this one character, so that it is the same one when it is read:
+    /// some have bytes for two and give the other one back. Forgets what was converted before.
     bool canConvert(std::string_view character);
 
-    // Converts a piece of whole characters, and at the end what brings an encoding with shift
-    // states back to its start. Throws EncodingError for a character that the encoding does not
-    // have, and what the sink throws.
+    /// Converts a piece of whole characters, and at the end what brings an encoding with shift
+    /// states back to its start. Throws EncodingError for a character that the encoding does not
+    /// have, and what the sink throws.
     void convert(std::string_view utf8, Sink& bytes);
     void finish(Sink& bytes);
 
@@ -35,16 +35,16 @@ private:
     void* back_;
 };
 
-// The characters that an encoding has.
+/// The characters that an encoding has.
 class Repertoire {
 public:
-    // Throws EncodingError for an encoding that the system does not know.
+    /// Throws EncodingError for an encoding that the system does not know.
     explicit Repertoire(std::string_view encoding);
 
     bool has(char32_t character);
 
-    // Throws EncodingError when a text of whole characters holds one that the encoding does not
-    // have; `where` says for people where it would stand.
+    /// Throws EncodingError when a text of whole characters holds one that the encoding does not
+    /// have; `where` says for people where it would stand.
     void demand(std::string_view text, std::string_view where);
 
 private:

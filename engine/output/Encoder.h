@@ -15,19 +15,19 @@ class Encoder : public Sink {
 public:
     virtual ~Encoder() = default;
 
-    // Must be called after the last piece.
+    /// Must be called after the last piece.
     virtual void finish() = 0;
 
-    // What the encoding has; null when that is every character.
+    /// What the encoding has; null when that is every character.
     virtual Repertoire* repertoire() noexcept { return nullptr; }
 };
 
-// Writes to `bytes`, which must outlive it, in the encoding of that name; case does not matter and
-// an empty name means UTF-8. Throws EncodingError when the encoding is unknown.
+/// Writes to `bytes`, which must outlive it, in the encoding of that name; case does not matter and
+/// an empty name means UTF-8. Throws EncodingError when the encoding is unknown.
 std::unique_ptr<Encoder> makeEncoder(std::string_view encoding, Sink& bytes);
 
-// The content of an XML declaration to write where the text is not bytes: without the encoding,
-// unless that is UTF-16, which wide text was always allowed to claim.
+/// The content of an XML declaration to write where the text is not bytes: without the encoding,
+/// unless that is UTF-16, which wide text was always allowed to claim.
 std::string withoutEncoding(std::string_view declaration);
 
 } // namespace tibxml::output

@@ -11,8 +11,8 @@ namespace tibxml::output {
 
 enum class Place { text, attributeValue };
 
-// The reference to write for a byte in a place; empty when the byte can stand as it is. A carriage
-// return would be read back as a line feed, tabs and line feeds in a value as blanks.
+/// The reference to write for a byte in a place; empty when the byte can stand as it is. A carriage
+/// return would be read back as a line feed, tabs and line feeds in a value as blanks.
 constexpr std::string_view referenceFor(char c, Place place) noexcept {
     bool const inValue = place == Place::attributeValue;
     switch (c) {
@@ -33,19 +33,19 @@ constexpr std::uint64_t everyByte(unsigned char value) noexcept {
     return 0x0101010101010101U * value;
 }
 
-// Not zero exactly when one of the eight bytes is `value`.
+/// Not zero exactly when one of the eight bytes is `value`.
 constexpr std::uint64_t anyIs(std::uint64_t bytes, unsigned char value) noexcept {
     std::uint64_t const zeros = bytes ^ everyByte(value);
     return (zeros - everyByte(1)) & ~zeros & everyByte(0x80);
 }
 
-// Not zero exactly when one of the eight bytes is below `limit`, which is at most 128.
+/// Not zero exactly when one of the eight bytes is below `limit`, which is at most 128.
 constexpr std::uint64_t anyBelow(std::uint64_t bytes, unsigned char limit) noexcept {
     return (bytes - everyByte(limit)) & ~bytes & everyByte(0x80);
 }
 
-// Not zero exactly when a byte among the eight needs a reference. '<' and '>' differ in one bit,
-// and so do '"' and '&'; of the control characters a value can only hold those that need one.
+/// Not zero exactly when a byte among the eight needs a reference. '<' and '>' differ in one bit,
+/// and so do '"' and '&'; of the control characters a value can only hold those that need one.
 template <Place place>
 constexpr std::uint64_t anySpecial(std::uint64_t bytes) noexcept {
     std::uint64_t const angles = anyIs(bytes & ~everyByte('<' ^ '>'), '<' & '>');
@@ -75,7 +75,7 @@ std::size_t firstSpecialBytewise(std::string_view text) noexcept {
 
 } // namespace escaping
 
-// How many characters at the front of a text can be copied as they are.
+/// How many characters at the front of a text can be copied as they are.
 template <Place place>
 std::size_t plainPrefix(std::string_view text) noexcept {
     std::size_t at = 0;
@@ -84,7 +84,7 @@ std::size_t plainPrefix(std::string_view text) noexcept {
     return at + escaping::firstSpecialBytewise<place>(text.substr(at));
 }
 
-// Whether the first `length` of 16 bytes that may all be read can be copied as they are.
+/// Whether the first `length` of 16 bytes that may all be read can be copied as they are.
 template <Place place>
 bool isPlain16(char const* bytes, std::size_t length) noexcept {
     static_assert(std::endian::native == std::endian::little,

@@ -13,13 +13,13 @@ namespace tibxml::output {
 
 class MarkupWriter {
 public:
-    // With a repertoire, other characters become references where that is possible; elsewhere they
-    // make every function below throw EncodingError. Both must outlive the writer.
+    /// With a repertoire, other characters become references where that is possible; elsewhere they
+    /// make every function below throw EncodingError. Both must outlive the writer.
     MarkupWriter(OutputBuffer& out, Repertoire* repertoire) noexcept
         : out_{out},
           repertoire_{repertoire} {}
 
-    // Markup in ASCII, as it is.
+    /// Markup in ASCII, as it is.
     void markup(std::string_view text) { out_.append(text); }
 
     void markup(char c) { out_.append(c); }
@@ -29,7 +29,7 @@ public:
         out_.append(name);
     }
 
-    // A name whose prefix is not its own.
+    /// A name whose prefix is not its own.
     void name(std::string_view prefix, std::string_view local) {
         if (!prefix.empty()) {
             name(prefix);
@@ -38,7 +38,7 @@ public:
         name(local);
     }
 
-    // The own characters of a node, escaped for the place.
+    /// The own characters of a node, escaped for the place.
     template <Place place>
     void escaped(tree::Node const& node) {
         if (node.inlineLength <= tree::Node::inlineCapacity && repertoire_ == nullptr &&
@@ -54,7 +54,7 @@ public:
 
     void reference(char32_t character);
 
-    // =" value "
+    /// =" value "
     void quoted(tree::Node const& attribute) {
         markup("=\"");
         escaped<Place::attributeValue>(attribute);
@@ -67,9 +67,9 @@ public:
         markup('"');
     }
 
-    // Whole nodes. Comments and processing instructions that would end too early cannot come from a
-    // document, only from an engine that did not check them; a blank is put where the end would be,
-    // so that what is written stays a document.
+    /// Whole nodes. Comments and processing instructions that would end too early cannot come from
+    /// a document, only from an engine that did not check them; a blank is put where the end would
+    /// be, so that what is written stays a document.
     void comment(std::string_view text);
     void processingInstruction(std::string_view target, std::string_view data);
     void cdata(std::string_view text);

@@ -14,7 +14,7 @@ namespace tibxml::output {
 
 class OutputBuffer {
 public:
-    // The sink must outlive the buffer. What was not flushed when the buffer dies is lost.
+    /// The sink must outlive the buffer. What was not flushed when the buffer dies is lost.
     explicit OutputBuffer(Sink& sink) : sink_{sink}, next_{start()} {}
 
     OutputBuffer(OutputBuffer const&) = delete;
@@ -25,7 +25,7 @@ public:
         *next_++ = c;
     }
 
-    // A piece that fits is never torn apart, so sinks get whole characters.
+    /// A piece that fits is never torn apart, so sinks get whole characters.
     void append(std::string_view text) {
         if (text.size() > room()) {
             appendPastEnd(text);
@@ -35,8 +35,8 @@ public:
         next_ += text.size();
     }
 
-    // Appends the first `length` of 16 bytes that may all be read: cheaper than a copy whose length
-    // has to be looked at.
+    /// Appends the first `length` of 16 bytes that may all be read: cheaper than a copy whose
+    /// length has to be looked at.
     void appendOf16(char const* bytes, std::size_t length) {
         if (room() < 16) flush();
         std::memcpy(next_, bytes, 16);

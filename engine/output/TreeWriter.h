@@ -14,13 +14,13 @@ namespace tibxml::output {
 
 class TreeWriter {
 public:
-    // With layout, line ends and tabs are written where the reader dropped white space, and blank
-    // text is protected from being dropped; without it, readers keep all white space.
-    // Throws std::bad_alloc.
+    /// With layout, line ends and tabs are written where the reader dropped white space, and blank
+    /// text is protected from being dropped; without it, readers keep all white space.
+    /// Throws std::bad_alloc.
     TreeWriter(MarkupWriter& out, bool layout) : out_{out}, layout_{layout} {}
 
-    // Writes the subtree of a node that is not a document; `wanted` are namespaces to declare on
-    // it.
+    /// Writes the subtree of a node that is not a document; `wanted` are namespaces to declare on
+    /// it.
     void write(tree::Node const& top, std::vector<tree::Binding> wanted);
 
 private:

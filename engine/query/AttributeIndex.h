@@ -35,15 +35,15 @@
 
 namespace tibxml::query {
 
-// `expanded` is a record that stands for an expanded name, or null. Returns null when there is no
-// such attribute and for nodes that are no elements.
+/// `expanded` is a record that stands for an expanded name, or null. Returns null when there is no
+/// such attribute and for nodes that are no elements.
 inline tree::Node* attributeNamed(tree::Node const* element, tree::Name const* expanded) noexcept {
     for (tree::Node* a = element->firstAttribute(); a != nullptr; a = a->next)
         if (a->name->expanded == expanded) return a;
     return nullptr;
 }
 
-// `@k='v'`, the most frequent of all predicates.
+/// `@k='v'`, the most frequent of all predicates.
 struct AttributeEquals {
     std::uint32_t name; // by the number that NameResolution gave
     std::string value;
@@ -55,7 +55,7 @@ struct AttributeEquals {
     }
 };
 
-// The children of one parent that have one name, told apart by one attribute.
+/// The children of one parent that have one name, told apart by one attribute.
 struct SiblingRun {
     tree::Node const* parent = nullptr;
     tree::Name const* element = nullptr; // records that stand for expanded names
@@ -67,18 +67,18 @@ struct SiblingRun {
         return child->is(tree::NodeKind::element) && child->name->expanded == element;
     }
 
-    // The attribute of a member, or null.
+    /// The attribute of a member, or null.
     tree::Node const* attributeOf(tree::Node const* member) const noexcept;
 };
 
-// The members of a run by the value of the attribute. It points into the tree and is good until the
-// document changes.
+/// The members of a run by the value of the attribute. It points into the tree and is good until
+/// the document changes.
 class AttributeIndex {
 public:
     explicit AttributeIndex(SiblingRun const& run);
 
-    // Gives the members with this value in document order, without the first `skipped` of them.
-    // True when the visitor stopped.
+    /// Gives the members with this value in document order, without the first `skipped` of them.
+    /// True when the visitor stopped.
     bool visit(std::string_view value, std::size_t skipped, NodeVisitor visitor) const;
 
 private:
@@ -102,21 +102,22 @@ struct SiblingRunHash {
     std::size_t operator()(SiblingRun const& run) const noexcept;
 };
 
-// The indexes of one document, and the notes of long walks.
+/// The indexes of one document, and the notes of long walks.
 class AttributeIndexes final : public tree::QueryMemory {
 public:
-    // A walk that comes this far makes an index worth while.
+    /// A walk that comes this far makes an index worth while.
     static constexpr std::size_t longRun = 128;
 
-    // So many runs are remembered; one more, and all are forgotten. All indexes together hold each
-    // attribute of the document at most once, so this only bounds what empty ones take.
+    /// So many runs are remembered; one more, and all are forgotten. All indexes together hold each
+    /// attribute of the document at most once, so this only bounds what empty ones take.
     static constexpr std::size_t mostRuns = 16384;
 
-    // The index of a run if there is one, else null.
+    /// The index of a run if there is one, else null.
     static std::shared_ptr<AttributeIndex const> find(tree::Document& document,
                                                       SiblingRun const& run);
 
-    // Called by a walk that has come so far: the first time returns null, the second time an index.
+    /// Called by a walk that has come so far: the first time returns null, the second time an
+    /// index.
     static std::shared_ptr<AttributeIndex const> noteLongWalk(tree::Document& document,
                                                               SiblingRun const& run);
 
@@ -128,8 +129,8 @@ private:
     std::uint64_t version_ = 0;
 };
 
-// Gives the members of a run whose attribute has this value, in document order, from an index if
-// that pays. True when the visitor stopped.
+/// Gives the members of a run whose attribute has this value, in document order, from an index if
+/// that pays. True when the visitor stopped.
 bool visitByAttribute(tree::Document& document, SiblingRun const& run, std::string_view value,
                       NodeVisitor visitor);
 

@@ -32,7 +32,7 @@ constexpr bool isReverse(Axis axis) noexcept {
     return axis >= Axis::ancestor && axis <= Axis::preceding;
 }
 
-// What these give lies within no other node and comes before the children of its element.
+/// What these give lies within no other node and comes before the children of its element.
 constexpr bool givesAttributes(Axis axis) noexcept {
     return axis == Axis::attribute || axis == Axis::namespaces;
 }
@@ -41,8 +41,8 @@ constexpr bool goesDown(Axis axis) noexcept {
     return axis >= Axis::descendant && axis <= Axis::descendantChild;
 }
 
-// The nodes for the namespaces in scope of an element, in the order of the prefixes' bytes; none
-// for other nodes. They stay until NamespaceNodes::sweep. Throws std::bad_alloc.
+/// The nodes for the namespaces in scope of an element, in the order of the prefixes' bytes; none
+/// for other nodes. They stay until NamespaceNodes::sweep. Throws std::bad_alloc.
 std::vector<tree::Node*> namespaceNodes(tree::Document& document, tree::Node* element);
 
 namespace axis {
@@ -88,7 +88,7 @@ bool precedingSiblings(tree::Node* context, Take&& take) {
     return false;
 }
 
-// After an attribute come the children of its element, and then what follows the element.
+/// After an attribute come the children of its element, and then what follows the element.
 inline tree::Node* firstFollowing(tree::Node* context) noexcept {
     if (!context->is(tree::NodeKind::attribute)) return tree::nextAfterSubtree(context, nullptr);
     return context->parent != nullptr ? tree::nextInSubtree(context->parent, nullptr) : nullptr;
@@ -108,8 +108,8 @@ inline tree::Node* lastInSubtree(tree::Node* node) noexcept {
     return node;
 }
 
-// Backwards in document order; ancestors are passed over. Before an attribute comes what precedes
-// its element.
+/// Backwards in document order; ancestors are passed over. Before an attribute comes what precedes
+/// its element.
 template <class Take>
 bool preceding(tree::Node* context, Take&& take) {
     tree::Node* node = context->is(tree::NodeKind::attribute) ? context->parent : context;
@@ -141,7 +141,7 @@ bool namespaces(tree::Document& document, tree::Node* context, Take&& take) {
 
 } // namespace axis
 
-// The nodes of any axis but descendantChild, which is no axis of its own.
+/// The nodes of any axis but descendantChild, which is no axis of its own.
 template <class Take>
 bool walkAxis(Axis direction, tree::Document& document, tree::Node* context, Take&& take) {
     switch (direction) {

@@ -1,4 +1,4 @@
-#include "Comparison.h"
+#include "Operators.h"
 
 #include <cmath>
 #include <limits>

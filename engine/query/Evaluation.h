@@ -19,14 +19,14 @@
 
 namespace tibxml::query {
 
-// The same for the whole of one search.
+/// The same for the whole of one search.
 struct Evaluation {
     tree::Document& document;
     tree::Name const* const* names; // by the numbers that NameResolution gave
 };
 
-// Changes from predicate to predicate. Position and size are only set where the expression is known
-// to ask for them.
+/// Changes from predicate to predicate. Position and size are only set where the expression is
+/// known to ask for them.
 struct Context {
     Evaluation const& evaluation;
     tree::Node* node;
@@ -34,15 +34,15 @@ struct Context {
     std::size_t size = 1;
 };
 
-// What the names in a query mean in the document at hand. The records of the last document stay
-// known until another document comes or this one gets new names: a name that had no record may have
-// one then.
+/// What the names in a query mean in the document at hand. The records of the last document stay
+/// known until another document comes or this one gets new names: a name that had no record may
+/// have one then.
 class NameResolution {
 public:
-    // Gives the number of a name, for use with the table from resolve().
+    /// Gives the number of a name, for use with the table from resolve().
     std::uint32_t add(std::string uri, std::string local);
 
-    // The record for each number, null for names that no node of the document has.
+    /// The record for each number, null for names that no node of the document has.
     tree::Name const* const* resolve(tree::Document& document) {
         if (document.serial() != serial_ || document.names().size() != namesThen_)
             refresh(document);
@@ -63,8 +63,8 @@ private:
     std::size_t namesThen_ = static_cast<std::size_t>(-1);
 };
 
-// Takes nodes one after the other. A reference to a callable; it must not outlive it. The callable
-// returns true when it has enough, and then no further node comes.
+/// Takes nodes one after the other. A reference to a callable; it must not outlive it. The callable
+/// returns true when it has enough, and then no further node comes.
 class NodeVisitor {
 public:
     template <class Callable,

@@ -14,24 +14,24 @@ namespace tibxml::query {
 
 // Numbers are IEEE doubles with rules of their own for text and rounding.
 
-// White space, an optional minus, digits with an optional point, white space; NaN for anything
-// else. What is too large is infinite.
+/// White space, an optional minus, digits with an optional point, white space; NaN for anything
+/// else. What is too large is infinite.
 double toNumber(std::string_view text) noexcept;
 
-// As few digits as tell the number from its neighbours, never an exponent; "NaN", "Infinity",
-// "-Infinity"; both zeros are "0".
+/// As few digits as tell the number from its neighbours, never an exponent; "NaN", "Infinity",
+/// "-Infinity"; both zeros are "0".
 void appendNumber(double number, std::string& out);
 
-// To the nearest integer, halves upwards; from -0.5 up to zero gives -0.
+/// To the nearest integer, halves upwards; from -0.5 up to zero gives -0.
 double roundNumber(double number) noexcept;
 
 enum class ValueType : std::uint8_t { nodes, boolean, number, string };
 
 struct AttributeEquals;
 
-// What an expression is, as far as what stands around it chooses a faster way because of that. It
-// is read when expressions are compiled, never when they are evaluated. A part that the kind does
-// not mention means nothing; the pointers point into the expression.
+/// What an expression is, as far as what stands around it chooses a faster way because of that. It
+/// is read when expressions are compiled, never when they are evaluated. A part that the kind does
+/// not mention means nothing; the pointers point into the expression.
 struct Form {
     enum class Kind : std::uint8_t {
         general,
@@ -52,8 +52,8 @@ struct Form {
     AttributeEquals const* attributeEquals = nullptr;
 };
 
-// Every expression has one of four types, known when it is compiled because there are no
-// variables, and can give its value converted to each of the other types that XPath knows.
+/// Every expression has one of four types, known when it is compiled because there are no
+/// variables, and can give its value converted to each of the other types that XPath knows.
 class Expression {
 public:
     Expression(Expression const&) = delete;
@@ -64,7 +64,7 @@ public:
 
     virtual Form form() const noexcept { return {}; }
 
-    // Whether the value depends on the context's position or size.
+    /// Whether the value depends on the context's position or size.
     bool usesPosition() const noexcept { return usesPosition_; }
 
     bool usesSize() const noexcept { return usesSize_; }
@@ -72,13 +72,13 @@ public:
     virtual bool boolean(Context const& context) const = 0;
     virtual double number(Context const& context) const = 0;
 
-    // The view points into the expression, into the tree or into `storage`.
+    /// The view points into the expression, into the tree or into `storage`.
     virtual std::string_view string(Context const& context, std::string& storage) const = 0;
 
 protected:
     explicit Expression(ValueType type) noexcept : type_{type} {}
 
-    // An operand that is evaluated in the same context makes this depend on what it depends on.
+    /// An operand that is evaluated in the same context makes this depend on what it depends on.
     void dependLike(Expression const& operand) noexcept {
         usesPosition_ = usesPosition_ || operand.usesPosition_;
         usesSize_ = usesSize_ || operand.usesSize_;
@@ -126,13 +126,13 @@ protected:
     StringExpression() noexcept : Expression{ValueType::string} {}
 };
 
-// The order in which nodes are wanted.
+/// The order in which nodes are wanted.
 enum class Order : std::uint8_t {
     document,
     any, // for questions whose answer is the same in every order
 };
 
-// What is known beforehand about the nodes that come in document order.
+/// What is known beforehand about the nodes that come in document order.
 enum class Spread : std::uint8_t {
     single, // at most one
     flat,   // none lies within another
@@ -141,18 +141,18 @@ enum class Spread : std::uint8_t {
 
 class NodeExpression : public Expression {
 public:
-    // Gives the visitor each node once; true when the visitor stopped.
+    /// Gives the visitor each node once; true when the visitor stopped.
     virtual bool visit(Context const& context, Order order, NodeVisitor visitor) const = 0;
 
-    // The first in document order, or null.
+    /// The first in document order, or null.
     virtual tree::Node* first(Context const& context) const;
 
     virtual Spread spread() const noexcept { return Spread::nested; }
 
-    // True when there is any.
+    /// True when there is any.
     bool boolean(Context const& context) const override;
 
-    // Of the first node.
+    /// Of the first node.
     double number(Context const& context) const final;
     std::string_view string(Context const& context, std::string& storage) const final;
 
@@ -162,7 +162,7 @@ protected:
 
 using NodeExpressionPtr = std::unique_ptr<NodeExpression const>;
 
-// The context node itself, as the default argument of functions.
+/// The context node itself, as the default argument of functions.
 class ContextNode final : public NodeExpression {
 public:
     bool visit(Context const& context, Order, NodeVisitor visitor) const override {
@@ -172,7 +172,7 @@ public:
     Spread spread() const noexcept override { return Spread::single; }
 };
 
-// No nodes at all.
+/// No nodes at all.
 class NoNodes final : public NodeExpression {
 public:
     bool visit(Context const&, Order, NodeVisitor) const override { return false; }

@@ -12,7 +12,7 @@ namespace tibxml::query {
 
 using Arguments = std::vector<ExpressionPtr>;
 
-// What a function gives.
+/// What a function gives.
 using BooleanBody = bool (*)(Context const&, Arguments const&);
 using NumberBody = double (*)(Context const&, Arguments const&);
 using StringBody = std::string_view (*)(Context const&, Arguments const&, std::string& storage);
@@ -33,11 +33,11 @@ struct Function {
 
 inline constexpr std::size_t anyNumber = static_cast<std::size_t>(-1);
 
-// Null for an unknown name.
+/// Null for an unknown name.
 Function const* findFunction(std::string_view name) noexcept;
 
-// The call of a function with arguments that fit it. `xmlLang` is the resolved number of the name
-// xml:lang, which only lang() looks at.
+/// The call of a function with arguments that fit it. `xmlLang` is the resolved number of the name
+/// xml:lang, which only lang() looks at.
 ExpressionPtr makeCall(Function const& function, Arguments arguments, std::uint32_t xmlLang);
 
 } // namespace tibxml::query

@@ -1,7 +1,6 @@
 #include "Lexer.h"
 
 #include <TibXml/platform/Utf.h>
-
 #include <tree/Text.h>
 
 namespace tibxml::query {

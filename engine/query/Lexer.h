@@ -64,8 +64,8 @@ class Lexer {
 public:
     explicit Lexer(std::wstring_view expression) noexcept : text_{expression} {}
 
-    // The next token; after the last one always `end`. Throws QueryError for characters
-    // that start no token.
+    /// The next token; after the last one always `end`. Throws QueryError for characters
+    /// that start no token.
     Token next();
 
 private:
@@ -93,8 +93,8 @@ private:
     TokenKind previous_ = TokenKind::end; // end: this is the first token
 };
 
-// A piece of the expression for a message, in UTF-8 and in quotes. What is no character is left
-// out.
+/// A piece of the expression for a message, in UTF-8 and in quotes. What is no character is left
+/// out.
 std::string quoted(std::wstring_view piece);
 
 } // namespace tibxml::query

@@ -1,13 +1,11 @@
 #include <query/Namespaces.h>
 
 #include <TibXml/platform/Utf.h>
-
 #include <query/Query.h>
-
 #include <tree/Name.h>
+#include <tree/Text.h>
 
 #include "TextHash.h"
-#include <tree/Text.h>
 
 namespace tibxml::query {
 

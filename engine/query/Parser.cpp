@@ -5,7 +5,6 @@
 #include <TibXml/platform/Utf.h>
 #include <tree/Name.h>
 
-#include "Comparison.h"
 #include "Operators.h"
 
 namespace tibxml::query {

@@ -19,10 +19,10 @@ namespace tibxml::query {
 
 class Parser {
 public:
-    // Names in the expression are added to `names`.
+    /// Names in the expression are added to `names`.
     Parser(std::wstring_view expression, Namespaces const& namespaces, NameResolution& names);
 
-    // The whole text as an expression that gives nodes. Throws QueryError.
+    /// The whole text as an expression that gives nodes. Throws QueryError.
     NodeExpressionPtr parse();
 
 private:
@@ -89,7 +89,7 @@ private:
     std::size_t comparisonLinks_ = 0;
 };
 
-// Counts how deep the parser is for as long as it lives.
+/// Counts how deep the parser is for as long as it lives.
 class Parser::Nesting {
 public:
     explicit Nesting(Parser& parser) : parser_{parser} {
@@ -106,10 +106,10 @@ private:
     Parser& parser_;
 };
 
-// The name of a type in messages.
+/// The name of a type in messages.
 char const* nameOf(ValueType type) noexcept;
 
-// The node types are names that no function can have.
+/// The node types are names that no function can have.
 bool isNodeType(Token const& token) noexcept;
 
 NodeExpressionPtr asNodes(ExpressionPtr expression) noexcept;

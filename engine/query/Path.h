@@ -37,7 +37,7 @@ private:
     Spread spread_;
 };
 
-// `(expression)[predicates]/steps`. The positions in the predicates count in document order.
+/// `(expression)[predicates]/steps`. The positions in the predicates count in document order.
 class Filter final : public NodeExpression {
 public:
     Filter(NodeExpressionPtr start, Predicates predicates, std::vector<Step> steps);

@@ -34,7 +34,7 @@
 
 namespace tibxml::query {
 
-// How a step hands its nodes to the next step.
+/// How a step hands its nodes to the next step.
 enum class Handover : std::uint8_t {
     plain,     // one after the other
     outermost, // only those that lie within no other: what the next step finds from the others, it
@@ -43,8 +43,8 @@ enum class Handover : std::uint8_t {
                // them is interleaved
 };
 
-// The first steps are walked depth first, each node going on to the next step at once; from the
-// first step on whose results would not come in order the rest is done set by set.
+/// The first steps are walked depth first, each node going on to the next step at once; from the
+/// first step on whose results would not come in order the rest is done set by set.
 struct PathPlan {
     std::vector<Handover> handovers; // of the steps walked depth first
     Spread spread = Spread::single;  // of the nodes that those give
@@ -52,15 +52,15 @@ struct PathPlan {
     std::size_t depthFirst() const noexcept { return handovers.size(); }
 };
 
-// The plan for a path that starts at a single node.
+/// The plan for a path that starts at a single node.
 PathPlan planSteps(std::vector<Step> const& steps, Order order);
 
-// Replaces what a path says by something shorter that selects the same: drops `.`, and makes one
-// step of `//` and the step after it.
+/// Replaces what a path says by something shorter that selects the same: drops `.`, and makes one
+/// step of `//` and the step after it.
 std::vector<Step> simplified(std::vector<Step> steps);
 
-// The first steps of a path, walked depth first: each node goes on to the next step before the next
-// node is looked for. The plan says how each step hands its nodes over; see PathPlan.h.
+/// The first steps of a path, walked depth first: each node goes on to the next step before the
+/// next node is looked for. The plan says how each step hands its nodes over; see PathPlan.h.
 class DepthFirstWalk {
 public:
     DepthFirstWalk(std::vector<Step> const& steps, PathPlan const& plan,
@@ -70,8 +70,8 @@ public:
           evaluation_{evaluation},
           visitor_{visitor} {}
 
-    // Gives the visitor what the planned steps from number `step` on select from a node. True when
-    // the visitor stopped.
+    /// Gives the visitor what the planned steps from number `step` on select from a node. True when
+    /// the visitor stopped.
     bool from(std::size_t step, tree::Node* node) const;
 
 private:

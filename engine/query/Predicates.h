@@ -13,33 +13,33 @@ namespace tibxml::query {
 
 class Predicates {
 public:
-    // Takes an expression as it stands between brackets: a number is compared with the position.
+    /// Takes an expression as it stands between brackets: a number is compared with the position.
     void add(ExpressionPtr expression);
 
     bool empty() const noexcept { return items_.empty(); }
 
     std::size_t size() const noexcept { return items_.size(); }
 
-    // Some predicate asks for the position (or the size).
+    /// Some predicate asks for the position (or the size).
     bool positional() const noexcept { return positional_; }
 
-    // Some predicate asks for the number of candidates, so that they must all be known first.
+    /// Some predicate asks for the number of candidates, so that they must all be known first.
     bool needsSize() const noexcept { return needsSize_; }
 
-    // At most one candidate can pass.
+    /// At most one candidate can pass.
     bool selectsOne() const noexcept { return selectsOne_; }
 
-    // The first predicate is `[last()]`.
+    /// The first predicate is `[last()]`.
     bool startsWithLast() const noexcept {
         return !items_.empty() && items_.front().kind == Kind::last;
     }
 
-    // The first predicate when it is `[@k='v']`, else null.
+    /// The first predicate when it is `[@k='v']`, else null.
     AttributeEquals const* leadingAttribute() const noexcept {
         return !items_.empty() ? items_.front().attribute : nullptr;
     }
 
-    // For predicates that are not positional. Most steps have none, so that is seen at once.
+    /// For predicates that are not positional. Most steps have none, so that is seen at once.
     bool hold(Evaluation const& evaluation, tree::Node* node) const {
         if (items_.empty()) return true;
         for (Item const& item : items_) {
@@ -50,19 +50,19 @@ public:
         return true;
     }
 
-    // For all predicates: thins out candidates that stand in the order in which positions count,
-    // by the predicates from number `from` on.
+    /// For all predicates: thins out candidates that stand in the order in which positions count,
+    /// by the predicates from number `from` on.
     void applyTo(std::vector<tree::Node*>& candidates, Evaluation const& evaluation,
                  std::size_t from = 0) const;
 
-    // Counts positions for predicates that need no size, while candidates come one by one.
+    /// Counts positions for predicates that need no size, while candidates come one by one.
     class Cursor {
     public:
         explicit Cursor(Predicates const& predicates);
 
         bool accepts(Evaluation const& evaluation, tree::Node* node);
 
-        // No later candidate can be accepted.
+        /// No later candidate can be accepted.
         bool exhausted() const noexcept { return exhausted_; }
 
     private:

@@ -22,21 +22,21 @@
 
 namespace tibxml::query {
 
-// Nodes in document order, each once.
+/// Nodes in document order, each once.
 struct NodeSequence {
     std::vector<tree::Node*> nodes;
     bool nested = false; // some may lie within others
 };
 
-// Brings nodes of one tree into document order and drops repetitions.
+/// Brings nodes of one tree into document order and drops repetitions.
 void sortInDocumentOrder(tree::Document& document, std::vector<tree::Node*>& nodes);
 
-// What a step selects from all context nodes together. Context nodes that can add nothing to what
-// others select are passed over, and a sort happens only where the order is not plain already.
+/// What a step selects from all context nodes together. Context nodes that can add nothing to what
+/// others select are passed over, and a sort happens only where the order is not plain already.
 NodeSequence walkSet(Step const& step, Evaluation const& evaluation, NodeSequence const& contexts);
 
-// Applies the steps from number `first` on and before `end`, one set after the other, and gives the
-// result to the visitor in document order. True when the visitor stopped.
+/// Applies the steps from number `first` on and before `end`, one set after the other, and gives
+/// the result to the visitor in document order. True when the visitor stopped.
 bool walkRest(std::vector<Step> const& steps, std::size_t first, std::size_t end,
               Evaluation const& evaluation, NodeSequence nodes, NodeVisitor visitor);
 

@@ -15,7 +15,7 @@
 
 namespace tibxml::query {
 
-// What a step asks of a node itself.
+/// What a step asks of a node itself.
 struct NodeTest {
     enum class Kind : std::uint8_t {
         nothing, // no node passes
@@ -42,12 +42,12 @@ inline bool asksForName(NodeTest const& test) noexcept {
     return test.kind == NodeTest::Kind::elementNamed || test.kind == NodeTest::Kind::attributeNamed;
 }
 
-// No node of the document at hand has the name.
+/// No node of the document at hand has the name.
 inline bool asksForMissingName(NodeTest const& test, Evaluation const& evaluation) noexcept {
     return asksForName(test) && evaluation.names[test.name] == nullptr;
 }
 
-// A test with its name looked up in the document at hand.
+/// A test with its name looked up in the document at hand.
 class ResolvedTest {
 public:
     ResolvedTest(NodeTest const& test, Evaluation const& evaluation) noexcept
@@ -97,18 +97,18 @@ struct Step {
     NodeTest test;
     Predicates predicates;
 
-    // `.` without more, or what stands for it.
+    /// `.` without more, or what stands for it.
     bool isPlainSelf() const noexcept {
         return axis == Axis::self && test.kind == NodeTest::Kind::node && predicates.empty();
     }
 
-    // What `//` stands for.
+    /// What `//` stands for.
     bool isPlainDescent() const noexcept {
         return axis == Axis::descendantOrSelf && test.kind == NodeTest::Kind::node &&
                predicates.empty();
     }
 
-    // At most one node from one context node.
+    /// At most one node from one context node.
     bool selectsOne() const noexcept {
         if (axis == Axis::descendantChild) return false; // one from each parent
         return axis == Axis::self || axis == Axis::parent || predicates.selectsOne() ||
@@ -116,17 +116,17 @@ struct Step {
                test.kind == NodeTest::Kind::namespaceNamed;
     }
 
-    // From nested context nodes the outermost selects all that the inner ones select.
+    /// From nested context nodes the outermost selects all that the inner ones select.
     bool outermostCovers() const noexcept {
         return axis == Axis::descendantChild || (goesDown(axis) && !predicates.positional());
     }
 };
 
-// Gives the selected nodes in the direction of the axis. True when the visitor stopped.
+/// Gives the selected nodes in the direction of the axis. True when the visitor stopped.
 bool walkStep(Step const& step, Evaluation const& evaluation, tree::Node* context,
               NodeVisitor visitor);
 
-// The same with another axis in place of the step's own.
+/// The same with another axis in place of the step's own.
 bool walkStepAlong(Axis axis, Step const& step, Evaluation const& evaluation, tree::Node* context,
                    NodeVisitor visitor);
 

@@ -13,7 +13,7 @@ inline std::uint64_t mixHash(std::uint64_t hash, std::uint64_t word) noexcept {
     return hash ^ (hash >> 32U);
 }
 
-// Eight bytes at a time, because expressions are hashed on each use.
+/// Eight bytes at a time, because expressions are hashed on each use.
 template <class Character>
 std::size_t hashText(std::basic_string_view<Character> text) noexcept {
     auto const* bytes = reinterpret_cast<char const*>(text.data());

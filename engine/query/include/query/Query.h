@@ -31,12 +31,12 @@ namespace tibxml::query {
 class NodeExpression;
 class NameResolution;
 
-// What is wrong with an expression or with a text of namespace declarations, and where.
-// what() names the column and the fault, in UTF-8: "column 7: expected ']'".
+/// What is wrong with an expression or with a text of namespace declarations, and where.
+/// what() names the column and the fault, in UTF-8: "column 7: expected ']'".
 class QueryError : public std::runtime_error {
 public:
-    // Columns count the wide characters of the text from 1; an unexpected end is one after the
-    // last character.
+    /// Columns count the wide characters of the text from 1; an unexpected end is one after the
+    /// last character.
     QueryError(std::size_t column, std::string const& fault)
         : std::runtime_error{"column " + std::to_string(column) + ": " + fault},
           column_{column} {}
@@ -47,8 +47,8 @@ private:
     std::size_t column_;
 };
 
-// A compiled expression. It refers to no document beyond names that are checked to be of the
-// document at hand, so it may outlive every document it was used on.
+/// A compiled expression. It refers to no document beyond names that are checked to be of the
+/// document at hand, so it may outlive every document it was used on.
 class Query {
 public:
     Query(std::unique_ptr<NodeExpression const> root,
@@ -66,18 +66,19 @@ private:
     std::unique_ptr<NameResolution> names_;
 };
 
-// Throws QueryError for an expression that does not parse, uses an undeclared prefix, an unknown
-// function or axis, a variable or a wrong number or kind of arguments, is nested deeper than 256
-// levels, or gives anything but nodes; and std::bad_alloc.
+/// Throws QueryError for an expression that does not parse, uses an undeclared prefix, an unknown
+/// function or axis, a variable or a wrong number or kind of arguments, is nested deeper than 256
+/// levels, or gives anything but nodes; and std::bad_alloc.
 std::shared_ptr<Query const> compile(std::wstring_view expression, Namespaces const& namespaces);
 
-// The first node in document order that the expression selects from the context node, or null. The
-// search stops there. The context is a node of the document. A node of the namespace axis goes with
-// the next search unless it gets a handle. Throws std::bad_alloc only.
+/// The first node in document order that the expression selects from the context node, or null. The
+/// search stops there. The context is a node of the document. A node of the namespace axis goes
+/// with the next search unless it gets a handle. Throws std::bad_alloc only.
 tree::Node* selectFirst(Query const& query, tree::Document& document, tree::Node* context);
 
-// Appends all selected nodes to `out`, in document order and each once. Throws std::bad_alloc only,
-// and then `out` may have got some of them. Pin the document to keep nodes of the namespace axis.
+/// Appends all selected nodes to `out`, in document order and each once. Throws std::bad_alloc
+/// only, and then `out` may have got some of them. Pin the document to keep nodes of the namespace
+/// axis.
 void selectAll(Query const& query, tree::Document& document, tree::Node* context,
                std::vector<tree::Node*>& out);
 

@@ -27,34 +27,34 @@
 
 namespace tibxml::query {
 
-// Keeps the most recently used queries. A hit costs one hash and one comparison of the text and
-// allocates nothing. Not locked: use forThisThread().
+/// Keeps the most recently used queries. A hit costs one hash and one comparison of the text and
+/// allocates nothing. Not locked: use forThisThread().
 class QueryCache {
 public:
     static constexpr std::size_t defaultCapacity = 256;
 
-    // Longer expressions are compiled each time, so that the memory of the cache stays bounded.
+    /// Longer expressions are compiled each time, so that the memory of the cache stays bounded.
     static constexpr std::size_t longestKept = 4096;
 
-    // The cache of the calling thread; it lives until the thread ends.
+    /// The cache of the calling thread; it lives until the thread ends.
     static QueryCache& forThisThread();
 
-    // The capacity is at least 1.
+    /// The capacity is at least 1.
     explicit QueryCache(std::size_t capacity = defaultCapacity);
     QueryCache(QueryCache const&) = delete;
     QueryCache& operator=(QueryCache const&) = delete;
     ~QueryCache();
 
-    // The compiled form of an expression under these namespaces. The reference is valid until the
-    // next call; copy the pointer to keep the query longer. Throws as compile does; a failure is
-    // not remembered and leaves the cache as it was.
+    /// The compiled form of an expression under these namespaces. The reference is valid until the
+    /// next call; copy the pointer to keep the query longer. Throws as compile does; a failure is
+    /// not remembered and leaves the cache as it was.
     std::shared_ptr<Query const> const& get(std::wstring_view expression,
                                             Namespaces const& namespaces);
 
-    // How many queries are kept now: never more than the capacity.
+    /// How many queries are kept now: never more than the capacity.
     std::size_t size() const noexcept { return size_; }
 
-    // How often get() had to compile.
+    /// How often get() had to compile.
     std::size_t misses() const noexcept { return misses_; }
 
 private:
