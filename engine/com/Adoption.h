@@ -21,6 +21,6 @@ void leaveBehind(NodeHandle& handle);
 
 // The object for a node that a pinned pointer refers to and that has moved to another document: a
 // new reference for the caller; null for a node that has not.
-IXMLDOMNode* movedNode(tree::Document& storage, tree::Node const* node);
+IXMLDOMNode* movedNode(tree::Document const& storage, tree::Node const* node);
 
 } // namespace tibxml::com

@@ -72,7 +72,7 @@ void AttributeMap::attach(NodeHandle& handle) {
                                       nameAt(document, element_.node(), handle));
     tree::Removal replaced{document, old};
     adopt(element_.owner(), document, handle);
-    tree::move(document, handle.node(), element_.node(), old);
+    document.lifetimes().move(handle.node(), element_.node(), old);
     handle.node()->name = name;
     replaced.run();
 }
@@ -115,7 +115,7 @@ HRESULT AttributeMap::removeNamedItem(BSTR name, IXMLDOMNode** result) noexcept 
         if (attribute == nullptr) return S_FALSE;
         auto const handed = ComPtr<IXMLDOMNode>::adopt(
             result != nullptr ? wrapBeside(element_, attribute) : nullptr);
-        tree::remove(element_.storage(), attribute);
+        element_.storage().lifetimes().remove(attribute);
         if (handed) *result = ComPtr<IXMLDOMNode>{handed}.detach();
         return S_OK;
     });

@@ -38,7 +38,7 @@ void DocumentObject::startAfresh() {
 void DocumentObject::replaceContent(tree::DocumentRef const& fresh) {
     fresh->setPreservesWhiteSpace(storage().preservesWhiteSpace());
     leaveBehind(*this);
-    tree::clear(storage());
+    storage().lifetimes().clear();
     detach();
     attach(*this, *fresh, fresh->node());
     parseError_ = {};

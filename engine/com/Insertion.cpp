@@ -85,7 +85,7 @@ void place(NodeHandle& parent, NodeHandle& child, tree::Name* name, tree::Node* 
            tree::Node* old = nullptr) {
     tree::Removal replaced{parent.storage(), old};
     adopt(parent.owner(), parent.storage(), child);
-    tree::move(parent.storage(), child.node(), parent.node(), before);
+    parent.storage().lifetimes().move(child.node(), parent.node(), before);
     child.node()->name = name;
     replaced.run();
 }
@@ -106,7 +106,7 @@ void removeChild(NodeHandle& parent, NodeHandle& child) {
     tree::Node* const node = child.node();
     if (node->parent != parent.node() || node->is(NodeKind::attribute))
         refuse(parent, child, "the node is no child of this one");
-    tree::remove(parent.storage(), node);
+    parent.storage().lifetimes().remove(node);
 }
 
 void setRoot(NodeHandle& document, NodeHandle& element) {

@@ -9,7 +9,7 @@
 namespace tibxml::com {
 
 void NodeHandle::attach(DocumentObject& owner, tree::Document& storage, tree::Node* node) {
-    tree::handleAttached(storage, node);
+    storage.lifetimes().handleAttached(node);
     node->handle = this;
     owner_ = &owner;
     storage_ = tree::DocumentRef{&storage};
@@ -19,13 +19,13 @@ void NodeHandle::attach(DocumentObject& owner, tree::Document& storage, tree::No
 void NodeHandle::detach() noexcept {
     if (node_ == nullptr) return;
     node_->handle = nullptr;
-    tree::handleReleased(*storage_, node_);
+    storage_->lifetimes().handleReleased(node_);
     node_ = nullptr;
 }
 
 void NodeHandle::detachNamespace() noexcept {
     node_->handle = nullptr;
-    tree::namespaceHandleReleased(*storage_, node_);
+    storage_->lifetimes().namespaceHandleReleased(node_);
     node_ = nullptr;
 }
 

@@ -13,11 +13,11 @@ QueryList::QueryList(NodeHandle& context, std::vector<tree::Node*> nodes) noexce
     : owner_{&context.owner()},
       storage_{&context.storage()},
       nodes_{std::move(nodes)} {
-    tree::pin(*storage_);
+    storage_->lifetimes().pin();
 }
 
 QueryList::~QueryList() {
-    tree::unpin(*storage_);
+    storage_->lifetimes().unpin();
 }
 
 HRESULT QueryList::get_item(LONG index, IXMLDOMNode** node) noexcept {

@@ -45,7 +45,7 @@ void setElementText(tree::Document& document, tree::Node* element, std::string_v
     tree::Node* const content =
         text.empty() ? nullptr : tree::newCharacterData(document, tree::NodeKind::text, text);
     try {
-        tree::removeChildren(document, element, attribute);
+        document.lifetimes().removeChildren(element, attribute);
     } catch (...) {
         if (content != nullptr) tree::destroy(document, content);
         throw;

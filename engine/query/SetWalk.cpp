@@ -162,7 +162,7 @@ bool givesNested(Step const& step, NodeSequence const& contexts, bool single) no
 void sortInDocumentOrder(tree::Document& document, std::vector<tree::Node*>& nodes) {
     if (nodes.size() < 2) return;
     document.ensureOrder(nodes.front());
-    if (document.namespaceNodes != nullptr) return sortWithNamespaces(nodes);
+    if (document.hasNamespaceNodes()) return sortWithNamespaces(nodes);
     std::vector<Place> places;
     places.reserve(nodes.size());
     for (tree::Node* node : nodes)

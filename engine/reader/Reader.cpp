@@ -18,10 +18,10 @@ bool readOrClear(tree::Document& document, Window& window, ReadError& error) {
         Parser<TreeBuilder> parser{window, builder};
         done = run(parser, window, error);
     } catch (...) {
-        tree::clear(document);
+        document.lifetimes().clear();
         throw;
     }
-    if (!done) tree::clear(document);
+    if (!done) document.lifetimes().clear();
     return done;
 }
 

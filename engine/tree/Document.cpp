@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include <tree/NamespaceNodes.h>
 #include <tree/Navigation.h>
 
 namespace tibxml::tree {
@@ -21,6 +22,9 @@ Document::Document()
       node_{arena_.newNode(NodeKind::document)} {
     node_->flags = inDocument;
 }
+
+// Here, where it is known what NamespaceNodes is.
+Document::~Document() = default;
 
 Document* Document::create() {
     return new Document;

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include <tree/NamespaceNodes.h>
 #include <tree/Navigation.h>
 
 namespace tibxml::tree {
@@ -51,9 +52,29 @@ void putInto(Node* parent, Node* node, Node* before) noexcept {
     raiseLevels(parent, node);
 }
 
+// The text of a node that is not a parent.
 void freeText(Document& document, Node const& node) noexcept {
     if (node.inlineLength != Node::outOfLine) return;
     document.arena().freeText({node.content.longText.data, node.content.longText.capacity});
+}
+
+void freeOne(Document& document, Node* node) noexcept {
+    if (!node->hasChildList()) freeText(document, *node);
+    document.arena().freeNode(node);
+}
+
+void freeAttributes(Document& document, Node* element) noexcept {
+    for (Node* a = element->firstAttribute(); a != nullptr;) {
+        Node* const following = a->next;
+        freeOne(document, a);
+        a = following;
+    }
+}
+
+Node* deepestFirst(Node* node) noexcept {
+    while (Node* child = node->firstChild())
+        node = child;
+    return node;
 }
 
 unsigned depthOf(Node const* node) noexcept {
@@ -117,6 +138,21 @@ Node* newProcessingInstruction(Document& document, Name* target, std::string_vie
     Node* const node = newCharacterData(document, NodeKind::processingInstruction, data);
     node->name = target;
     return node;
+}
+
+void destroy(Document& document, Node* subtree) noexcept {
+    NamespaceNodes::forget(document, subtree);
+    // Children before parents: every node is left through its next sibling or its parent, which
+    // are read before the node goes.
+    Node* node = deepestFirst(subtree);
+    while (node != subtree) {
+        Node* const following = node->next != nullptr ? deepestFirst(node->next) : node->parent;
+        freeAttributes(document, node);
+        freeOne(document, node);
+        node = following;
+    }
+    freeAttributes(document, subtree);
+    freeOne(document, subtree);
 }
 
 void insertBefore(Document& document, Node* parent, Node* node, Node* before) noexcept {

@@ -53,17 +53,17 @@ void unlinkFrom(Node*& first, Node* node) noexcept {
 
 Node* NamespaceNodes::get(Document& document, Node* element, std::string_view prefix,
                           std::string_view uri) {
-    if (document.namespaceNodes == nullptr)
-        document.namespaceNodes = std::make_shared<NamespaceNodes>();
-    NamespaceNodes& nodes = *document.namespaceNodes;
+    if (!document.hasNamespaceNodes())
+        document.namespaceNodes_ = std::make_unique<NamespaceNodes>();
+    NamespaceNodes& nodes = *document.namespaceNodes_;
     Name* const name = declaringName(document, prefix);
     Node* const known = nodes.find(element, name, uri);
     return known != nullptr ? known : nodes.add(document, element, name, uri);
 }
 
 Node* NamespaceNodes::firstOf(Document const& document, Node const* element) noexcept {
-    if (document.namespaceNodes == nullptr) return nullptr;
-    auto const& firsts = document.namespaceNodes->firsts_;
+    if (!document.hasNamespaceNodes()) return nullptr;
+    auto const& firsts = document.namespaceNodes_->firsts_;
     auto const entry = firsts.find(element);
     return entry != firsts.end() ? entry->second : nullptr;
 }
@@ -126,36 +126,35 @@ void NamespaceNodes::sweepLoose(Document& document, Node const* kept) noexcept {
 }
 
 void NamespaceNodes::release(Document& document, Node* node) noexcept {
-    NamespaceNodes& nodes = *document.namespaceNodes;
+    NamespaceNodes& nodes = *document.namespaceNodes_;
     if (!isWaiting(node)) {
         try {
             nodes.becomeLoose(node);
         } catch (std::bad_alloc const&) {
             // A pinned document keeps it until its element goes.
-            if (document.pins == 0) nodes.drop(document, node);
+            if (!document.lifetimes().isPinned()) nodes.drop(document, node);
         }
     }
     sweep(document);
 }
 
-void NamespaceNodes::forget(Document& document, Node* subtree) noexcept {
-    auto& firsts = document.namespaceNodes->firsts_;
-    if (firsts.empty()) return;
+void NamespaceNodes::forgetBelow(Document& document, Node* subtree) noexcept {
+    if (firsts_.empty()) return;
     for (Node* element = subtree; element != nullptr; element = nextInSubtree(element, subtree)) {
-        auto const entry = firsts.find(element);
-        if (entry == firsts.end()) continue;
+        auto const entry = firsts_.find(element);
+        if (entry == firsts_.end()) continue;
         for (Node* node = entry->second; node != nullptr;) {
             Node* const following = node->next;
             node->parent = nullptr;
             if (!isWaiting(node)) destroy(document, node);
             node = following;
         }
-        firsts.erase(entry);
+        firsts_.erase(entry);
     }
 }
 
 std::size_t NamespaceNodes::countHandles(Document const& document, Node const* subtree) noexcept {
-    if (document.namespaceNodes->firsts_.empty()) return 0;
+    if (!document.hasNamespaceNodes() || document.namespaceNodes_->firsts_.empty()) return 0;
     std::size_t count = 0;
     for (Node const* node = subtree; node != nullptr; node = nextInSubtree(node, subtree)) {
         for (Node const* n = firstOf(document, node); n != nullptr; n = n->next)

@@ -49,7 +49,7 @@ public:
         tree::Node* const item = items[random_() % items.size()];
         switch (random_() % 4) {
         case 0: changeId(item); break;
-        case 1: tree::remove(tree_.document(), item); break;
+        case 1: tree_.document().lifetimes().remove(item); break;
         case 2: insertBefore(item); break;
         default: removeId(item); break;
         }
@@ -65,7 +65,7 @@ private:
 
     void removeId(tree::Node* item) {
         if (tree::Node* id = tree::findAttribute(item, std::string_view{"id"}))
-            tree::remove(tree_.document(), id);
+            tree_.document().lifetimes().remove(id);
     }
 
     void insertBefore(tree::Node* item) {

@@ -138,11 +138,11 @@ TEST(NamespaceAxis, worksInADetachedSubtree) {
     Tree const tree{scopes};
     tree::Node* const d = tree.find(L"//*[@id='d']");
     d->handle = &tree.document(); // somebody refers to it
-    tree::remove(tree.document(), d);
+    tree.document().lifetimes().remove(d);
     EXPECT_EQ(tree.describe(L"namespace::*", d), withXml("=urn:d"));
     EXPECT_EQ(tree.describe(L"//namespace::p/..", d), "n#n");
     d->handle = nullptr;
-    tree::handleReleased(tree.document(), d);
+    tree.document().lifetimes().handleReleased(d);
 }
 
 TEST(NamespaceAxis, tellsWhatAWrittenDocumentDeclares) {
@@ -171,7 +171,7 @@ TEST(NamespaceAxis, isNoEdit) {
 TEST(NamespaceAxis, leavesNothingBehind) {
     Tree const tree{scopes};
     tree::Document& document = tree.document();
-    EXPECT_EQ(document.namespaceNodes, nullptr);
+    EXPECT_FALSE(document.hasNamespaceNodes());
     auto const search = [&] {
         EXPECT_NE(selectFirst(*compile(L"//*[namespace::longer][namespace::*[3]]/namespace::p", {}),
                               document, tree.node()),
@@ -189,11 +189,11 @@ TEST(NamespaceAxis, isEmptiedWhenTheLastPinGoes) {
     tree::Document& document = tree.document();
     std::size_t footprint = 0;
     for (int i = 0; i < 1000; ++i) {
-        tree::pin(document);
+        document.lifetimes().pin();
         auto const nodes = tree.select(L"//namespace::*");
         EXPECT_EQ(selectFirst(*compile(L"/*/namespace::p", {}), document, tree.node()), nodes[1]);
         EXPECT_EQ(tree::NamespaceNodes::firstOf(document, tree.element()), nodes[0]);
-        tree::unpin(document);
+        document.lifetimes().unpin();
         EXPECT_EQ(tree::NamespaceNodes::firstOf(document, tree.element()), nullptr);
         if (i == 0) footprint = document.arena().footprint();
     }

@@ -41,12 +41,14 @@ struct Sides {
 
 class Pin {
 public:
-    explicit Pin(tree::Document& document) noexcept : document_{document} { tree::pin(document); }
+    explicit Pin(tree::Document& document) noexcept : document_{document} {
+        document.lifetimes().pin();
+    }
 
     Pin(Pin const&) = delete;
     Pin& operator=(Pin const&) = delete;
 
-    ~Pin() { tree::unpin(document_); }
+    ~Pin() { document_.lifetimes().unpin(); }
 
 private:
     tree::Document& document_;

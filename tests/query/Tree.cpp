@@ -55,13 +55,13 @@ std::vector<tree::Node*> Tree::select(std::wstring_view expression, tree::Node* 
 
 std::string Tree::describe(std::wstring_view expression, tree::Node* context,
                            Namespaces const& namespaces) const {
-    tree::pin(*document_);
+    document_->lifetimes().pin();
     std::vector<tree::Node*> const nodes = select(expression, context, namespaces);
     tree::Node const* const first = selectFirst(*compile(expression, namespaces), *document_,
                                                 context != nullptr ? context : node());
     std::string text = test::describe(nodes);
     if (first != (nodes.empty() ? nullptr : nodes.front())) text += " but another first";
-    tree::unpin(*document_);
+    document_->lifetimes().unpin();
     return text;
 }
 

@@ -156,7 +156,7 @@ TEST_F(Footprint, StaysWhileNodesComeAndGo) {
         Node* const parent = element(top(), "e");
         for (int i = 0; i != 10; ++i)
             attribute(element(parent, "c"), name("a"), "a value of more than sixteen bytes");
-        remove(document(), parent);
+        document().lifetimes().remove(parent);
     };
     for (int i = 0; i != 10; ++i)
         cycle();

@@ -100,7 +100,7 @@ TEST_F(Writing, MayEndInTheMiddle) {
     writer_.addAttribute(name("x"), "1");
     writer_.openElement(name("c"));
     writer_.add(NodeKind::text, nullptr, "a text that does not fit into the node");
-    clear(document());
+    document().lifetimes().clear();
     EXPECT_EQ(top()->firstChild(), nullptr);
 }
 

@@ -15,13 +15,11 @@ protected:
         return same;
     }
 
-    std::size_t waiting() { return document().detachedHandles.size(); }
+    std::size_t waiting() { return document().lifetimes().counts().detachedSubtrees; }
 
     // On the nodes of a detached subtree.
     std::size_t handlesWithin(Node const* top) {
-        auto const inner = document().detachedHandles.find(top);
-        return (top->handle != nullptr ? 1 : 0) +
-               (inner != document().detachedHandles.end() ? inner->second : 0);
+        return (top->handle != nullptr ? 1 : 0) + document().lifetimes().innerHandles(top);
     }
 
     Node* root = element(top(), "root");
@@ -31,7 +29,7 @@ protected:
 };
 
 TEST_F(Lifetimes, EndWithRemovalWhenNobodyRefersToThem) {
-    remove(document(), a);
+    document().lifetimes().remove(a);
     EXPECT_EQ(childrenOf(root), "");
     EXPECT_TRUE(isGone(a));
 }
@@ -39,7 +37,7 @@ TEST_F(Lifetimes, EndWithRemovalWhenNobodyRefersToThem) {
 TEST_F(Lifetimes, GoOnWhileAnyNodeOfTheSubtreeIsHeld) {
     for (Node* const held : {a, b, n}) {
         hold(held);
-        remove(document(), a);
+        document().lifetimes().remove(a);
         EXPECT_EQ(rootOf(n), a);
         EXPECT_EQ(n->text(), "a value of more than sixteen bytes");
         EXPECT_EQ(handlesWithin(a), 1U);
@@ -55,7 +53,7 @@ TEST_F(Lifetimes, GoOnWhileAnyNodeOfTheSubtreeIsHeld) {
 TEST_F(Lifetimes, EndWithTheLastOfSeveralHandles) {
     hold(a);
     hold(n);
-    remove(document(), a);
+    document().lifetimes().remove(a);
     hold(b); // asked for while detached
     letGo(a);
     letGo(n);
@@ -66,7 +64,7 @@ TEST_F(Lifetimes, EndWithTheLastOfSeveralHandles) {
 
 TEST_F(Lifetimes, OfAttributesEndApartFromTheirElement) {
     hold(n);
-    remove(document(), n);
+    document().lifetimes().remove(n);
     EXPECT_EQ(attributesOf(b), "");
     EXPECT_EQ(n->text(), "a value of more than sixteen bytes");
     letGo(n);
@@ -76,8 +74,8 @@ TEST_F(Lifetimes, OfAttributesEndApartFromTheirElement) {
 TEST_F(Lifetimes, SplitWhenAPartOfADetachedTreeIsRemoved) {
     hold(a);
     hold(n);
-    remove(document(), a);
-    remove(document(), b);
+    document().lifetimes().remove(a);
+    document().lifetimes().remove(b);
     EXPECT_EQ(handlesWithin(a), 1U);
     EXPECT_EQ(handlesWithin(b), 1U);
     letGo(a);
@@ -88,8 +86,8 @@ TEST_F(Lifetimes, SplitWhenAPartOfADetachedTreeIsRemoved) {
 
 TEST_F(Lifetimes, OfTheRestEndWhenTheHeldPartLeaves) {
     hold(b);
-    remove(document(), a);
-    remove(document(), b); // nobody refers to a any more
+    document().lifetimes().remove(a);
+    document().lifetimes().remove(b); // nobody refers to a any more
     EXPECT_TRUE(isGone(a));
     EXPECT_EQ(handlesWithin(b), 1U);
     letGo(b);
@@ -97,8 +95,8 @@ TEST_F(Lifetimes, OfTheRestEndWhenTheHeldPartLeaves) {
 
 TEST_F(Lifetimes, AreNobodysConcernOnceTheNodesAreBack) {
     hold(b);
-    remove(document(), a);
-    move(document(), a, root, nullptr);
+    document().lifetimes().remove(a);
+    document().lifetimes().move(a, root, nullptr);
     EXPECT_EQ(waiting(), 0U);
     letGo(b);
     EXPECT_EQ(childrenOf(root), "a");
@@ -108,9 +106,9 @@ TEST_F(Lifetimes, AddUpWhenOneDetachedTreeGoesIntoAnother) {
     Node* const other = element(root, "other");
     hold(other);
     hold(b);
-    remove(document(), a);
-    remove(document(), other);
-    move(document(), a, other, nullptr);
+    document().lifetimes().remove(a);
+    document().lifetimes().remove(other);
+    document().lifetimes().move(a, other, nullptr);
     EXPECT_EQ(handlesWithin(other), 2U);
     letGo(other);
     EXPECT_EQ(childrenOf(other), "a");
@@ -123,7 +121,7 @@ TEST_F(Lifetimes, OfChildrenAreSettledOneByOne) {
     Node* const m = attribute(root, name("m"), "v");
     hold(b);
     hold(m);
-    removeChildren(document(), root, m);
+    document().lifetimes().removeChildren(root, m);
     EXPECT_EQ(childrenOf(root), "");
     EXPECT_EQ(attributesOf(root), "");
     EXPECT_TRUE(isGone(c));
@@ -136,7 +134,7 @@ TEST_F(Lifetimes, OfChildrenAreSettledOneByOne) {
 
 TEST_F(Lifetimes, OutlastTheContentOfTheDocument) {
     hold(b);
-    clear(document());
+    document().lifetimes().clear();
     EXPECT_EQ(document().documentElement(), nullptr);
     EXPECT_EQ(rootOf(b), root);
     letGo(b);
@@ -144,65 +142,65 @@ TEST_F(Lifetimes, OutlastTheContentOfTheDocument) {
 }
 
 TEST_F(Lifetimes, GoOnWhileTheDocumentIsPinned) {
-    pin(document());
-    pin(document());
-    remove(document(), a);
+    document().lifetimes().pin();
+    document().lifetimes().pin();
+    document().lifetimes().remove(a);
     EXPECT_EQ(childrenOf(a), "b");
-    unpin(document());
+    document().lifetimes().unpin();
     EXPECT_EQ(childrenOf(a), "b");
-    unpin(document());
+    document().lifetimes().unpin();
     EXPECT_TRUE(isGone(a));
 }
 
 TEST_F(Lifetimes, OutlastThePinWhenHeldMeanwhile) {
-    pin(document());
-    remove(document(), a);
+    document().lifetimes().pin();
+    document().lifetimes().remove(a);
     hold(b);
-    unpin(document());
+    document().lifetimes().unpin();
     EXPECT_EQ(rootOf(b), a);
     letGo(b);
     EXPECT_TRUE(isGone(a));
 }
 
 TEST_F(Lifetimes, EndWithThePinWhenHeldAndLetGoMeanwhile) {
-    pin(document());
-    remove(document(), a);
+    document().lifetimes().pin();
+    document().lifetimes().remove(a);
     hold(b);
     letGo(b);
     hold(b);
     letGo(b);
     EXPECT_EQ(childrenOf(a), "b");
-    unpin(document());
+    document().lifetimes().unpin();
     EXPECT_TRUE(isGone(a));
 }
 
 TEST_F(Lifetimes, GoOnWhenAttachedAgainBeforeThePinEnds) {
-    pin(document());
-    remove(document(), a);
-    move(document(), a, root, nullptr);
-    unpin(document());
+    document().lifetimes().pin();
+    document().lifetimes().remove(a);
+    document().lifetimes().move(a, root, nullptr);
+    document().lifetimes().unpin();
     EXPECT_EQ(childrenOf(root), "a");
-    remove(document(), a);
+    document().lifetimes().remove(a);
     EXPECT_TRUE(isGone(a));
 }
 
 TEST_F(Lifetimes, OfPartsRemovedOneAfterTheOtherEndWithThePin) {
-    pin(document());
-    remove(document(), a);
-    remove(document(), b);
-    remove(document(), n);
+    document().lifetimes().pin();
+    document().lifetimes().remove(a);
+    document().lifetimes().remove(b);
+    document().lifetimes().remove(n);
     EXPECT_EQ(n->text(), "a value of more than sixteen bytes");
-    unpin(document());
-    EXPECT_EQ(document().awaitingDisposal.size(), 0U);
+    document().lifetimes().unpin();
+    EXPECT_EQ(document().lifetimes().counts().waiting, 0U);
 }
 
 TEST_F(Lifetimes, OfNodesPutIntoAWaitingTreeEndWithIt) {
     Node* const other = element(root, "other");
-    pin(document());
-    remove(document(), other);
-    remove(document(), a);
-    move(document(), a, other, nullptr);
-    unpin(document());
+    document().lifetimes().pin();
+    document().lifetimes().remove(other);
+    document().lifetimes().remove(a);
+    document().lifetimes().move(a, other, nullptr);
+    document().lifetimes().unpin();
     EXPECT_EQ(childrenOf(root), "");
     EXPECT_TRUE(isGone(other));
 }
@@ -222,12 +220,12 @@ TEST_F(Lifetimes, KeepCountsRightOverRandomEdits) {
             break;
         }
         case 2:
-            if (at->parent != nullptr && at != root) remove(document(), at);
+            if (at->parent != nullptr && at != root) document().lifetimes().remove(at);
             break;
         case 3: { // put a detached tree elsewhere
             Node* const moved = rootOf(at);
             if (moved != top() && !isInSubtree(root, moved)) {
-                move(document(), moved, root, nullptr);
+                document().lifetimes().move(moved, root, nullptr);
             }
             break;
         }
@@ -243,8 +241,7 @@ TEST_F(Lifetimes, KeepCountsRightOverRandomEdits) {
         std::size_t counted = 0;
         for (Node const* node : held)
             counted += node->parent == nullptr ? 1 : 0;
-        for (auto const& entry : document().detachedHandles)
-            counted += entry.second;
+        counted += document().lifetimes().counts().handles;
         ASSERT_EQ(counted, detached) << step;
     }
     for (Node* const node : held)

@@ -37,7 +37,7 @@ TEST_F(SiblingLists, HoldTogetherAfterEachUnlink) {
         EXPECT_EQ(taken->parent, nullptr);
         EXPECT_EQ(taken->next, nullptr);
         EXPECT_EQ(taken->previousSibling(), nullptr);
-        removeChildren(document(), parent);
+        document().lifetimes().removeChildren(parent);
         EXPECT_EQ(childrenOf(parent), "");
     }
 }
@@ -158,7 +158,7 @@ TEST_F(Walks, GoDeeperThanAnyStack) {
         deepest = element(deepest, "e");
     document().ensureOrder(deepest);
     EXPECT_EQ(deepest->order, 200001U);
-    remove(document(), parent);
+    document().lifetimes().remove(parent);
     EXPECT_EQ(childrenOf(top()), "");
 }
 

@@ -51,13 +51,13 @@ protected:
 
     // What engine objects do when they start and stop referring to a node.
     void hold(Node* node) {
-        handleAttached(document(), node);
+        document().lifetimes().handleAttached(node);
         node->handle = &document_;
     }
 
     void letGo(Node* node) {
         node->handle = nullptr;
-        handleReleased(document(), node);
+        document().lifetimes().handleReleased(node);
     }
 
 private:

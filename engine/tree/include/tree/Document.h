@@ -5,10 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <unordered_map>
-#include <vector>
 
 #include <tree/Arena.h>
+#include <tree/Lifetimes.h>
 #include <tree/Name.h>
 #include <tree/Node.h>
 
@@ -76,26 +75,20 @@ public:
 
     bool hasQueryMemory() const noexcept { return queryMemory_ != nullptr; }
 
-    // Detached subtrees stay while a handle refers to one of their nodes. Kept per root of such a
-    // subtree: how many refer to other nodes than the root itself, if any; see Lifetimes.h.
-    std::unordered_map<Node const*, std::size_t> detachedHandles;
+    // What keeps nodes alive; see Lifetimes.h.
+    Lifetimes& lifetimes() noexcept { return lifetimes_; }
 
-    // While somebody holds plain pointers to nodes, detached subtrees wait here for their disposal.
-    std::size_t pins = 0;
-    std::vector<Node*> awaitingDisposal;
+    Lifetimes const& lifetimes() const noexcept { return lifetimes_; }
 
-    // And what has become of those that moved to other documents meanwhile: engine objects, which
-    // only their owner knows.
-    std::unordered_map<Node const*, std::shared_ptr<void>> movedAway;
-
-    // The nodes of the namespace axis, once one was asked for; see NamespaceNodes.h.
-    std::shared_ptr<NamespaceNodes> namespaceNodes;
+    // Whether the namespace axis has nodes here; see NamespaceNodes.h.
+    bool hasNamespaceNodes() const noexcept { return namespaceNodes_ != nullptr; }
 
 private:
     friend class QueryMemory;
+    friend class NamespaceNodes;
 
     Document();
-    ~Document() = default;
+    ~Document();
 
     std::size_t references_ = 1;
     std::uint64_t serial_;
@@ -105,6 +98,8 @@ private:
     Node* node_;
     Node const* orderedRoot_ = nullptr; // of the tree that has numbers, valid for:
     std::uint64_t orderedVersion_ = 0;
+    Lifetimes lifetimes_{*this};
+    std::unique_ptr<NamespaceNodes> namespaceNodes_; // once the axis was used
     std::unique_ptr<QueryMemory> queryMemory_;
     bool preservesWhiteSpace_ = false;
 };

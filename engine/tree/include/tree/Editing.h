@@ -58,6 +58,9 @@ Node* newAttribute(Document& document, Name* name, std::string_view value);
 Node* newCharacterData(Document& document, NodeKind kind, std::string_view text);
 Node* newProcessingInstruction(Document& document, Name* target, std::string_view data);
 
+// Gives a subtree without parent and without handles back to the arena.
+void destroy(Document& document, Node* subtree) noexcept;
+
 // Puts a node without parent into a parent's list, last: a child among children, an attribute among
 // attributes.
 inline void appendChild(Document& document, Node* parent, Node* child) noexcept {

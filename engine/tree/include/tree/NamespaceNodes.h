@@ -31,15 +31,17 @@ public:
 
     // Gives back what has no handle, unless the document is pinned; `kept` stays.
     static void sweep(Document& document, Node const* kept = nullptr) noexcept {
-        if (document.namespaceNodes != nullptr && document.pins == 0)
-            document.namespaceNodes->sweepLoose(document, kept);
+        if (document.hasNamespaceNodes() && !document.lifetimes().isPinned())
+            document.namespaceNodes_->sweepLoose(document, kept);
     }
 
     // Must be told of a node whose handle is gone.
     static void release(Document& document, Node* node) noexcept;
 
     // Must be told of a subtree that goes. Its elements' namespace nodes have no handles.
-    static void forget(Document& document, Node* subtree) noexcept;
+    static void forget(Document& document, Node* subtree) noexcept {
+        if (document.hasNamespaceNodes()) document.namespaceNodes_->forgetBelow(document, subtree);
+    }
 
     // Handles on the namespace nodes of a subtree's elements.
     static std::size_t countHandles(Document const& document, Node const* subtree) noexcept;
@@ -47,6 +49,7 @@ public:
 private:
     Node* find(Node const* element, Name const* name, std::string_view uri) const noexcept;
     Node* add(Document& document, Node* element, Name* name, std::string_view uri);
+    void forgetBelow(Document& document, Node* subtree) noexcept;
     void becomeLoose(Node* node);
     void sweepLoose(Document& document, Node const* kept) noexcept;
     void drop(Document& document, Node* node) noexcept;
