@@ -20,7 +20,13 @@ namespace tibxml::com {
 
 DocumentObject::DocumentObject() {
     auto const storage = tree::DocumentRef::adopt(tree::Document::create());
-    attach(*this, *storage, storage->node());
+    attach(*storage, storage->node());
+    setOwner(ComPtr<DocumentObject>::adopt(this));
+}
+
+DocumentObject::~DocumentObject() {
+    detach();
+    disown().detach();
 }
 
 HRESULT DocumentObject::create(REFIID iid, void** object) noexcept {
@@ -40,7 +46,7 @@ void DocumentObject::replaceContent(tree::DocumentRef const& fresh) {
     leaveBehind(*this);
     storage().lifetimes().clear();
     detach();
-    attach(*this, *fresh, fresh->node());
+    attach(*fresh, fresh->node());
     parseError_ = {};
     origin_ = {};
     stylesheet_.reset();

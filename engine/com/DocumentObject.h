@@ -3,6 +3,7 @@
 
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <TibXml/engine/IXMLDOMDocument.h>
@@ -12,8 +13,8 @@
 #include <reader/Reader.h>
 #include <transform/Stylesheet.h>
 
-#include "BlockPool.h"
 #include "ComPtr.h"
+#include "NodeMemory.h"
 #include "NodeObject.h"
 
 namespace tibxml::validation {
@@ -24,9 +25,6 @@ namespace tibxml::com {
 
 class SchemaCache;
 
-// Where the objects for a document's nodes have their memory; each is as large as the largest kind.
-using NodeObjectPool = BlockPool<136>;
-
 class DocumentObject final : public NodeObject<IXMLDOMDocument3> {
 public:
     // Throws std::bad_alloc.
@@ -35,7 +33,7 @@ public:
     // What CoCreateInstance calls.
     static HRESULT create(REFIID iid, void** object) noexcept;
 
-    NodeObjectPool& nodeObjects() noexcept { return nodeObjects_; }
+    NodeMemory& nodeObjects() noexcept { return nodeObjects_; }
 
     // The prefixes that queries from this document's nodes may use.
     query::Namespaces const& selectionNamespaces() const noexcept { return namespaces_; }
@@ -109,7 +107,7 @@ private:
     void findLines(std::span<validation::Mismatch> mismatches);
 
     LiveObject live_;
-    NodeObjectPool nodeObjects_;
+    NodeMemory nodeObjects_;
     query::Namespaces namespaces_;
     reader::ReadError parseError_;
     Origin origin_;
@@ -122,5 +120,13 @@ private:
     bool newParser_ = false;
     bool allowDocumentFunction_ = false;
 };
+
+inline void NodeHandle::setOwner(ComPtr<DocumentObject> owner) noexcept {
+    owner_ = std::move(owner);
+}
+
+inline ComPtr<DocumentObject> NodeHandle::disown() noexcept {
+    return std::move(owner_);
+}
 
 } // namespace tibxml::com

@@ -40,11 +40,6 @@ bool isEmpty(VARIANT const& value) noexcept {
 
 } // namespace
 
-// Here, where it is known what a schema cache is.
-DocumentObject::~DocumentObject() {
-    detach();
-}
-
 HRESULT DocumentObject::get_schemas(VARIANT* schemas) noexcept {
     if (schemas == nullptr) return E_POINTER;
     *schemas = {};

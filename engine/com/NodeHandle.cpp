@@ -8,10 +8,9 @@
 
 namespace tibxml::com {
 
-void NodeHandle::attach(DocumentObject& owner, tree::Document& storage, tree::Node* node) {
+void NodeHandle::attach(tree::Document& storage, tree::Node* node) {
     storage.lifetimes().handleAttached(node);
     node->handle = this;
-    owner_ = &owner;
     storage_ = tree::DocumentRef{&storage};
     node_ = node;
 }
@@ -30,14 +29,11 @@ void NodeHandle::detachNamespace() noexcept {
 }
 
 void NodeHandle::moveTo(DocumentObject& owner, tree::Document& storage, tree::Node* node) noexcept {
-    DocumentObject* const old = owner_;
     node_->handle = nullptr;
     node->handle = this;
     node_ = node;
     storage_ = tree::DocumentRef{&storage};
-    owner_ = &owner;
-    owner.AddRef();
-    old->Release();
+    owner_ = ComPtr<DocumentObject>{&owner}; // last: the old one may go with all that it has
 }
 
 ComPtr<NodeHandle> handleOf(IUnknown* object) {

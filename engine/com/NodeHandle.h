@@ -35,16 +35,21 @@ protected:
     NodeHandle() noexcept = default;
     ~NodeHandle() = default;
 
+    // Says whose settings count for the node, once, after attach(). A document object, which must
+    // not keep itself alive, passes a pointer that does not count and disowns it in the end. Both
+    // are defined where DocumentObject is.
+    inline void setOwner(ComPtr<DocumentObject> owner) noexcept;
+    inline ComPtr<DocumentObject> disown() noexcept;
+
     // Throws std::bad_alloc.
-    void attach(DocumentObject& owner, tree::Document& storage, tree::Node* node);
+    void attach(tree::Document& storage, tree::Node* node);
     void detach() noexcept;
 
     // The same for a node of the namespace axis.
     void detachNamespace() noexcept;
 
 private:
-    DocumentObject* owner_ =
-        nullptr; // kept alive by node objects, not by the document object itself
+    ComPtr<DocumentObject> owner_;
     tree::DocumentRef storage_;
     tree::Node* node_ = nullptr;
 };

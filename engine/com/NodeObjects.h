@@ -11,13 +11,13 @@
 
 namespace tibxml::com {
 
-// A node object keeps its document object alive, in whose pool its memory lies.
+// A node object keeps its document object alive, in whose pool its memory lies; see NodeMemory.h.
 template <class Interface>
 class OwnedNodeObject : public NodeObject<Interface> {
 public:
     OwnedNodeObject(DocumentObject& owner, tree::Document& storage, tree::Node* node) {
-        this->attach(owner, storage, node);
-        owner.AddRef();
+        this->attach(storage, node);
+        this->setOwner(ComPtr<DocumentObject>{&owner});
     }
 
     static void* operator new(std::size_t size, DocumentObject& owner) {
@@ -33,10 +33,9 @@ public:
     // The owner goes last: that may be the end of the pool. It need not be the one that the object
     // began with.
     static void operator delete(OwnedNodeObject* object, std::destroying_delete_t) {
-        DocumentObject& owner = object->owner();
+        ComPtr<DocumentObject> const owner = object->disown();
         object->~OwnedNodeObject();
-        owner.nodeObjects().give(object);
-        owner.Release();
+        owner->nodeObjects().give(object);
     }
 
 protected:
@@ -97,9 +96,9 @@ private:
     ~NamespaceObject() override { detachNamespace(); }
 };
 
-static_assert(sizeof(ElementObject) <= NodeObjectPool::blockSize);
-static_assert(sizeof(AttributeObject) <= NodeObjectPool::blockSize);
-static_assert(sizeof(NamespaceObject) <= NodeObjectPool::blockSize);
-static_assert(sizeof(PlainNodeObject) <= NodeObjectPool::blockSize);
+static_assert(sizeof(ElementObject) <= NodeMemory::blockSize);
+static_assert(sizeof(AttributeObject) <= NodeMemory::blockSize);
+static_assert(sizeof(NamespaceObject) <= NodeMemory::blockSize);
+static_assert(sizeof(PlainNodeObject) <= NodeMemory::blockSize);
 
 } // namespace tibxml::com
