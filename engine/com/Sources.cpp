@@ -87,9 +87,10 @@ reader::Input inputOf(BSTR text) noexcept {
 bool readFile(std::string const& name, std::string& location, reader::ReadError& error,
               Reading const& read) {
     reader::LocalFile file = reader::LocalFile::named(name);
-    if (!file.isOpen())
+    if (!file.isOpen()) {
         return fail(error,
                     "cannot open the file: " + std::generic_category().message(file.error()));
+    }
     location = absolutePath(file.path());
     return read(file);
 }
