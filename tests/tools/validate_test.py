@@ -65,6 +65,15 @@ class Validate(program.ProgramTest):
         self.expect(["validate", "a.xml", "a.xml"], 2, complaint="tibxml: .*not a schema")
         self.expect(["validate", "a.xml"], 2, complaint="tibxml: .*SCHEMA.*")
 
+    def test_reads_each_file_once(self):
+        self.write("a.xsd", INT)
+        for command, expected in [
+                ("$tibxml validate <(echo '<a>1</a>') a.xsd", (0, "")),
+                ("$tibxml validate <(echo '<a>1</a>') <(cat a.xsd)", (0, "")),
+                ("$tibxml validate <(printf '<a>\\n<b></a>') a.xsd 2>&1 | cut -d : -f 2,3", (0, "2:8\n"))]:
+            with self.subTest(command=command):
+                self.assertEqual(expected, self.shell(command))
+
     def test_unusable_schema_names_the_place(self):
         self.write("a.xml", "<a>1</a>")
         self.write("t.xsd", schema('\n\n<xs:element name="b"\n type="None"/>'))

@@ -77,8 +77,7 @@ std::size_t deleteAttributes(WXmlNode const& root, ValuePath const& path, Delete
 }
 
 ExitStatus run(Delete const& wanted) {
-    WXmlDocPtr const loaded = loadEngineDocument(wanted.file);
-    WXmlDoc document{loaded};
+    WXmlDoc document = loadDocument(wanted.file);
     useNamespaces(document, wanted.namespaces);
     WXmlNode const root = document.GetRootNode();
     ValuePath const path = valuePath(wanted.path);
@@ -87,7 +86,7 @@ ExitStatus run(Delete const& wanted) {
     if (count == 0)
         throw failure(ExitStatus::notFound, wanted.file + ": nothing at " + wanted.path);
     if (!document.IsLoaded()) refuse(wanted, "the root element");
-    saveDocument(loaded, wanted.output.value_or(wanted.file));
+    saveDocument(document, wanted.output.value_or(wanted.file));
     return ExitStatus::found;
 }
 

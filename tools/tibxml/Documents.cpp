@@ -1,11 +1,15 @@
 #include "Documents.h"
 
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+
 #include <CLI/CLI.hpp>
 #include <TibXml/EnginePtr.h>
 #include <TibXml/WXmlSax.h>
 #include <TibXml/platform/BStr.h>
 #include <TibXml/platform/ComError.h>
-#include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/Stream.h>
 #include <TibXml/platform/Variant.h>
 
@@ -32,67 +36,71 @@ std::string reasonOf(IXMLDOMParseError& error) {
     return toUtf8({reason, reason.length()});
 }
 
-Failure notWellFormed(std::string const& file, WXmlDocPtr const& document) {
-    EnginePtr<IXMLDOMParseError> error;
-    document->get_parseError(error.GetAddress());
-    IXMLDOMParseError& known = *error.operator->();
-    return {ExitStatus::notFound, file + ":" + placeIn(known) + ": " + reasonOf(known)};
+// A file that cannot be read is a reason of its own, and the system knows it better.
+void requireReadable(std::string const& file) {
+    InputFile input{file};
+    std::array<char, 16384> piece; // NOLINT(*-member-init): what is read is not looked at
+    while (input.Read(piece.data(), ULONG{piece.size()}, nullptr) == S_OK) {
+    }
+    input.requireSuccess();
 }
 
-void loadFromInput(WXmlDocPtr const& document, std::string const& file) {
+// Without an error in the document it was the engine that failed, and it lacks nothing but memory.
+EnginePtr<IXMLDOMParseError> errorIn(WXmlDoc const& document) {
+    EnginePtr<IXMLDOMParseError> error;
+    LONG code = 0;
+    WXmlDocPtr const engine = document.EngineDocument();
+    if (engine) engine->get_parseError(error.GetAddress());
+    if (error) error->get_errorCode(&code);
+    if (code == 0) _com_issue_error(E_OUTOFMEMORY);
+    return error;
+}
+
+bool isUnreadable(IXMLDOMParseError& error) {
+    LONG code = 0;
+    error.get_errorCode(&code);
+    return static_cast<std::uint32_t>(code) == 0xC00CE587;
+}
+
+// Throws why a load failed.
+[[noreturn]] void complainAbout(WXmlDoc const& document, std::string const& file) {
+    auto const error = errorIn(document);
+    IXMLDOMParseError& known = *error.GetInterfacePtr();
+    if (file != "-" && isUnreadable(known)) requireReadable(file);
+    throw Failure{ExitStatus::notFound, file + ":" + placeIn(known) + ": " + reasonOf(known)};
+}
+
+void loadFromInput(WXmlDoc& document, std::string const& file) {
     InputFile input{file};
-    VARIANT_BOOL isLoaded = VARIANT_FALSE;
-    HRESULT const result = document->load(_variant_t{&input}, &isLoaded);
+    bool const isLoaded = document.Load(&input);
     input.requireSuccess();
-    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
-    if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
+    if (!isLoaded) complainAbout(document, file);
 }
 
 } // namespace
 
-// Straight from the engine: what the library's own loading says is no more than whether it worked.
-WXmlDocPtr newEngineDocument() {
-    void* object = nullptr;
-    HRESULT const result =
-        CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument3, &object);
-    if (FAILED(result)) _com_issue_error(result);
-    WXmlDocPtr document{static_cast<IXMLDOMDocument3*>(object), false};
-    OleRun(document);
-    _bstr_t newParser{L"NewParser"}; // as the library sets it
-    document->setProperty(newParser.GetBSTR(), _variant_t{true});
-    return document;
-}
-
-WXmlDocPtr loadEngineDocument(std::string const& file) {
-    WXmlDocPtr document = newEngineDocument();
-    loadFromInput(document, file);
-    return document;
-}
-
 WXmlDoc loadDocument(std::string const& file) {
-    return WXmlDoc{loadEngineDocument(file)};
-}
-
-WXmlDocPtr engineDocumentFrom(CString const& text) {
-    WXmlDocPtr document = newEngineDocument();
-    VARIANT_BOOL isLoaded = VARIANT_FALSE;
-    _bstr_t whole{text.GetString()};
-    HRESULT const result = document->loadXML(whole.GetBSTR(), &isLoaded);
-    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
+    WXmlDoc document;
+    loadFromInput(document, file);
     return document;
 }
 
-WXmlDocPtr loadFromPath(std::string const& file, WhiteSpace whiteSpace) {
-    WXmlDocPtr document = newEngineDocument();
-    if (whiteSpace == WhiteSpace::preserved) document->put_preserveWhiteSpace(VARIANT_TRUE);
-    // Tells what cannot be read from what is not well-formed, which the engine does not.
-    loadFromInput(document, file);
-    if (file == "-") return document;
-    // A second time by its name, which streams do not have.
-    VARIANT_BOOL isLoaded = VARIANT_FALSE;
-    HRESULT const result = document->load(_variant_t{toWide(file)}, &isLoaded);
-    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
-    if (isLoaded == VARIANT_FALSE) throw notWellFormed(file, document);
+WXmlDoc documentFrom(CString const& text) {
+    WXmlDoc document;
+    if (!document.LoadFromString(text)) complainAbout(document, "-");
+    return document;
+}
+
+WXmlDoc loadFromPath(std::string const& file, WhiteSpace whiteSpace) {
+    WXmlDoc document{whiteSpace == WhiteSpace::preserved};
+    if (file == "-") {
+        loadFromInput(document, file);
+    } else {
+        // Names that the engine alone understands, such as URLs, are no files for this program.
+        std::error_code unknown;
+        if (!std::filesystem::exists(file, unknown)) requireReadable(file);
+        if (!document.Load(toWide(file))) complainAbout(document, file);
+    }
     return document;
 }
 
@@ -121,13 +129,15 @@ void requireRead(bool isDone, InputFile const& input, std::string const& name) {
 
 namespace {
 
-void save(WXmlDocPtr const& document, VARIANT const& destination) {
-    HRESULT const result = document->save(destination);
-    if (FAILED(result)) _com_issue_errorex(result, document, IID_IXMLDOMDocument);
+// Straight to the engine, which says why it fails.
+void save(WXmlDoc const& document, VARIANT const& destination) {
+    WXmlDocPtr const engine = document.EngineDocument();
+    HRESULT const result = engine->save(destination);
+    if (FAILED(result)) _com_issue_errorex(result, engine, IID_IXMLDOMDocument);
 }
 
 // By way of memory: the output has its own words for what goes wrong with it.
-void saveToOutput(WXmlDocPtr const& document) {
+void saveToOutput(WXmlDoc const& document) {
     EnginePtr<IStream> const stream{SHCreateMemStream(nullptr, 0), false};
     save(document, _variant_t{stream.GetInterfacePtr()});
     STATSTG statistics{};
@@ -147,7 +157,7 @@ void addOutputOption(CLI::App& command, std::optional<std::string>& output) {
         ->option_text("FILE");
 }
 
-void saveDocument(WXmlDocPtr const& document, std::string const& file) {
+void saveDocument(WXmlDoc const& document, std::string const& file) {
     if (file == "-") return saveToOutput(document);
     try {
         save(document, _variant_t{toWide(file).GetString()});

@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 
-#include <TibXml/EnginePtr.h>
 #include <TibXml/WXmlDoc.h>
 
 #include "InputFile.h"
@@ -14,21 +13,15 @@ namespace tibxml::tool {
 /// `file:line:column: reason`, when it is not well-formed, and when it cannot be read.
 WXmlDoc loadDocument(std::string const& file);
 
-/// The same as the engine has it, which can tell why saving fails. `WXmlDoc` takes it over.
-WXmlDocPtr loadEngineDocument(std::string const& file);
-
 /// The document that a text is, which must be well-formed.
-WXmlDocPtr engineDocumentFrom(CString const& text);
+WXmlDoc documentFrom(CString const& text);
 
 /// What becomes of white space between elements.
 enum class WhiteSpace { dropped, preserved };
 
 /// The document in a file, with the engine knowing the path unless it is the standard input, so
 /// that it finds what stands beside the file and the lines in it. Throws as `loadDocument`.
-WXmlDocPtr loadFromPath(std::string const& file, WhiteSpace whiteSpace = WhiteSpace::dropped);
-
-/// A new document of the engine, without content.
-WXmlDocPtr newEngineDocument();
+WXmlDoc loadFromPath(std::string const& file, WhiteSpace whiteSpace = WhiteSpace::dropped);
 
 } // namespace tibxml::tool
 
@@ -57,6 +50,6 @@ void addOutputOption(CLI::App& command, std::optional<std::string>& output);
 
 /// Writes a document to a file, which is replaced as a whole or not at all, or to the standard
 /// output for "-". Throws `Failure` with the reason, and `OutputFailure`.
-void saveDocument(WXmlDocPtr const& document, std::string const& file);
+void saveDocument(WXmlDoc const& document, std::string const& file);
 
 } // namespace tibxml::tool

@@ -24,11 +24,11 @@ CString emptyRootLike(WXmlNode const& root) {
     return copy.GetXML();
 }
 
-WXmlDocPtr loadUser(std::string const& file, WXmlDoc const& defaults) {
+WXmlDoc loadUser(std::string const& file, WXmlDoc const& defaults) {
     std::error_code error;
     bool const isMissing = file != "-" && !std::filesystem::exists(file, error) && !error;
-    if (!isMissing) return loadEngineDocument(file);
-    return engineDocumentFrom(emptyRootLike(defaults.GetRootNode()));
+    if (!isMissing) return loadDocument(file);
+    return documentFrom(emptyRootLike(defaults.GetRootNode()));
 }
 
 } // namespace
@@ -37,14 +37,13 @@ Layers::Layers(std::string const& defaultsFile, std::string userFile,
                std::vector<std::string> const& namespaces)
     : userFile_{std::move(userFile)},
       defaults_{loadDocument(defaultsFile)},
-      loadedUser_{loadUser(userFile_, defaults_)},
-      user_{loadedUser_} {
+      user_{loadUser(userFile_, defaults_)} {
     useNamespaces(defaults_, namespaces);
     useNamespaces(user_, namespaces);
 }
 
 void Layers::saveUser() const {
-    saveDocument(loadedUser_, userFile_);
+    saveDocument(user_, userFile_);
 }
 
 } // namespace tibxml::tool

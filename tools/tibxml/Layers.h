@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include <TibXml/EnginePtr.h>
 #include <TibXml/WXmlCompositeNode.h>
 #include <TibXml/WXmlDoc.h>
 
@@ -28,7 +27,6 @@ public:
 private:
     std::string userFile_;
     WXmlDoc defaults_;
-    WXmlDocPtr loadedUser_;
     WXmlDoc user_;
 };
 

@@ -68,11 +68,10 @@ void writeAt(WXmlNode const& root, Set const& set) {
 }
 
 ExitStatus run(Set const& set) {
-    WXmlDocPtr const loaded = loadEngineDocument(set.file);
-    WXmlDoc document{loaded};
+    WXmlDoc document = loadDocument(set.file);
     useNamespaces(document, set.namespaces);
     writeAt(document.GetRootNode(), set);
-    saveDocument(loaded, set.output.value_or(set.file));
+    saveDocument(document, set.output.value_or(set.file));
     return ExitStatus::found;
 }
 

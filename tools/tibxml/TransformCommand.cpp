@@ -43,16 +43,17 @@ void allowDocumentFunction(WXmlDocPtr const& stylesheet) {
             IID_IXMLDOMDocument2);
 }
 
+// The document becomes its own result.
 WXmlDocPtr resultOf(Transform const& transform) {
-    WXmlDocPtr const document = loadEngineDocument(transform.file);
-    WXmlDocPtr const stylesheet = loadFromPath(transform.stylesheet, WhiteSpace::preserved);
-    WXmlDocPtr result = newEngineDocument();
+    WXmlDocPtr document = loadDocument(transform.file).EngineDocument();
+    WXmlDocPtr const stylesheet =
+        loadFromPath(transform.stylesheet, WhiteSpace::preserved).EngineDocument();
     try {
         allowDocumentFunction(stylesheet);
-        require(
-            document->transformNodeToObject(stylesheet, _variant_t{static_cast<IUnknown*>(result)}),
-            document, IID_IXMLDOMNode);
-        return result;
+        require(document->transformNodeToObject(stylesheet,
+                                                _variant_t{static_cast<IUnknown*>(document)}),
+                document, IID_IXMLDOMNode);
+        return document;
     } catch (_com_error const& error) {
         if (error.Error() == E_OUTOFMEMORY) throw;
         throw failure(ExitStatus::failed, transform.stylesheet + ": " + describe(error));

@@ -45,12 +45,12 @@ SchemasPtr newSchemas() {
     return schemas;
 }
 
-CString targetNamespace(WXmlDocPtr const& schema) {
-    return WXmlDoc{schema}.GetRootNode().Attribute(L"@targetNamespace").GetString(L"");
+CString targetNamespace(WXmlDoc const& schema) {
+    return schema.GetRootNode().Attribute(L"@targetNamespace").GetString(L"");
 }
 
 // A schema is no result, so a bad one is an input that does not work.
-WXmlDocPtr loadSchemaDocument(std::string const& file) {
+WXmlDoc loadSchemaDocument(std::string const& file) {
     try {
         return loadFromPath(file);
     } catch (Failure& failure) {
@@ -62,10 +62,11 @@ WXmlDocPtr loadSchemaDocument(std::string const& file) {
 // The schema in a file, for the namespace that it has. Throws `Failure` and `_com_error` when it
 // cannot be used.
 SchemasPtr loadSchema(std::string const& file) {
-    WXmlDocPtr const schema = loadSchemaDocument(file);
+    WXmlDoc const schema = loadSchemaDocument(file);
     SchemasPtr schemas = newSchemas();
     _bstr_t uri{targetNamespace(schema)};
-    HRESULT const result = schemas->add(uri.GetBSTR(), _variant_t{static_cast<IUnknown*>(schema)});
+    HRESULT const result =
+        schemas->add(uri.GetBSTR(), _variant_t{schema.EngineDocument().GetInterfacePtr()});
     if (FAILED(result)) _com_issue_errorex(result, schemas, IID_IXMLDOMSchemaCollection);
     return schemas;
 }
@@ -96,7 +97,7 @@ void complainAboutAll(std::string const& file, EnginePtr<IXMLDOMParseError> cons
 }
 
 ExitStatus run(Validation const& validation) {
-    WXmlDocPtr const document = loadFromPath(validation.file);
+    WXmlDocPtr const document = loadFromPath(validation.file).EngineDocument();
     SchemasPtr const schemas = loadSchema(validation.schema);
     require(document->putref_schemas(_variant_t{static_cast<IUnknown*>(schemas)}), document,
             IID_IXMLDOMDocument2);
