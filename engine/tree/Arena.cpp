@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::size_t firstNodeBlock = 32 * sizeof(Node);
 constexpr std::size_t firstByteBlock = 1024;
-constexpr std::size_t largestBlock = 2 * largePage;
 constexpr std::size_t smallestText = 24;
 constexpr std::size_t largestPooledText = std::size_t{1} << 16;
 
@@ -35,10 +34,10 @@ std::size_t classHolding(std::size_t size) noexcept {
     return classSize(within) == size ? within : within + 1;
 }
 
-// What comes after a block of some size: twice as much, until whole large pages serve better.
+// What comes after a block of some size: twice as much, until a large page serves better.
 constexpr std::size_t sizeAfter(std::size_t size) noexcept {
     std::size_t const twice = size * 2;
-    return twice < largePage / 2 ? twice : std::clamp(twice, largePage, largestBlock);
+    return twice < largePage / 2 ? twice : largePage;
 }
 
 void checkLength(std::size_t length) {

@@ -8,24 +8,30 @@ namespace tibxml::tree {
 
 inline constexpr std::size_t largePage = std::size_t{1} << 21;
 
+// So many freed blocks of one large page are kept at most, in the whole process: 32 MiB.
+inline constexpr std::size_t spareLargePages = 16;
+
 class MemoryBlock {
 public:
-    // Aligned for every type and to 64 bytes. Sizes that are multiples of largePage are whole large
-    // pages, where the system has them. Throws std::bad_alloc.
+    static constexpr std::size_t alignment = 64;
+
+    // Sizes that are multiples of largePage are whole large pages, where the system has them.
+    // Throws std::bad_alloc.
     explicit MemoryBlock(std::size_t size);
 
     MemoryBlock(MemoryBlock&& other) noexcept
         : size_{other.size_},
-          memory_{std::exchange(other.memory_, nullptr)} {}
+          allocated_{std::exchange(other.allocated_, nullptr)} {}
 
     MemoryBlock& operator=(MemoryBlock&&) = delete;
     ~MemoryBlock();
 
-    void* memory() const noexcept { return memory_; }
+    // Aligned for every type and to `alignment` bytes; null when moved from.
+    void* memory() const noexcept;
 
 private:
     std::size_t size_;
-    void* memory_; // null when moved from
+    void* allocated_ = nullptr;
 };
 
 } // namespace tibxml::tree
