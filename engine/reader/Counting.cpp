@@ -27,6 +27,10 @@ public:
 
     void endElement(void* /*name*/) noexcept { --depth_; }
 
+    static constexpr bool dropsBlanks() noexcept { return false; }
+
+    void blanks() noexcept {}
+
     void text(std::string_view text) noexcept { counts_.textBytes += text.size(); }
 
     void piece(std::string_view text) noexcept { counts_.textBytes += text.size(); }

@@ -5,8 +5,8 @@
 
 #include <tree/Text.h>
 
-#include "CharacterScan.h"
 #include "Failure.h"
+#include <reader/CharacterScan.h>
 
 namespace tibxml::reader {
 

@@ -8,7 +8,7 @@
 
 #include <reader/ReadError.h>
 
-#include "CharacterScan.h"
+#include <reader/CharacterScan.h>
 
 namespace tibxml::reader {
 
@@ -47,6 +47,12 @@ void failAtCharacter(char const* p, char const* end, Message message,
     for (std::string_view const text : more)
         found[count++] = text;
     fail(message, p, {found[0], found[1], found[2]});
+}
+
+char const* stopAt(char const* p, char const* end) {
+    if (p >= end) return nullptr;
+    if (isBeyondAscii(*p) && end - p < 4) return nullptr;
+    failAtCharacter(p, end, Message::characterNotAllowed);
 }
 
 std::string shown(char const* p, char const* end) {

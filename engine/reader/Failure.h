@@ -24,6 +24,9 @@ struct ParseFailure {
 [[noreturn]] void failAtCharacter(char const* p, char const* end, Message message,
                                   std::initializer_list<std::string_view> more = {});
 
+// Null when the character at p may be whole with more text; otherwise fails because of it.
+char const* stopAt(char const* p, char const* end);
+
 // The character at p for a message: 'x', U+0001, byte 0xFF, or the end of the document.
 std::string shown(char const* p, char const* end);
 

@@ -1,14 +1,12 @@
 #include "Grammar.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include <TibXml/platform/Utf.h>
 #include <tree/Text.h>
 
 #include "Failure.h"
-#include "References.h"
 
 namespace tibxml::reader {
 
@@ -18,31 +16,20 @@ std::string_view view(char const* begin, char const* end) noexcept {
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
-void appendCharacter(std::string& text, char32_t character) {
-    char bytes[4];
-    text.append(bytes, platform::writeUtf8(character, bytes));
-}
-
 } // namespace
-
-char const* Grammar::skipBlanks(char const* p) const noexcept {
-    while (p < end_ && tree::isBlank(*p))
-        ++p;
-    return p;
-}
 
 bool Grammar::startsWith(char const* p, std::string_view text) const noexcept {
     return view(p, end_).starts_with(text);
 }
 
-char const* Grammar::stopAt(char const* p) const {
-    if (p >= end_) return nullptr;
-    if (isBeyondAscii(*p) && end_ - p < 4) return nullptr;
-    failAtCharacter(p, end_, Message::characterNotAllowed);
+std::string_view Grammar::padded(std::string& text) {
+    std::size_t const size = text.size();
+    text.append(blockSize, '\0');
+    return {text.data(), size};
 }
 
-char const* Grammar::findTextEnd(char const* p) const {
-    for (p = findTextStop(p, end_); p < end_ && *p == ']'; p = findTextStop(p + 1, end_)) {
+char const* Grammar::passBrackets(char const* p) const {
+    for (; p < end_ && *p == ']'; p = findTextStop(p + 1, end_)) {
         if (end_ - p < 3 && view(p, end_).find_first_not_of(']') == std::string_view::npos)
             return p;
         if (startsWith(p, "]]>")) fail(Message::cdataEndInText, p);
@@ -58,7 +45,7 @@ char const* Grammar::findTerminator(char const* p, std::string_view terminator,
         if (p < end_ && *p == '\r') {
             hasReturns_ = true;
         } else if (p == end_ || *p != terminator.front()) {
-            return stopAt(p);
+            return stopAt(p, end_);
         } else if (end_ - p < length) {
             return nullptr;
         } else if (startsWith(p, terminator)) {
@@ -74,7 +61,7 @@ std::string_view Grammar::sectionText(char const* begin, char const* end) {
     while (true) {
         char const* const stop = std::find(begin, end, '\r');
         text_.append(begin, stop);
-        if (stop == end) return text_;
+        if (stop == end) return padded(text_);
         text_ += '\n';
         begin = stop + 1;
         if (begin != end && *begin == '\n') ++begin;
@@ -93,137 +80,11 @@ char const* Grammar::readReturns(char const* begin, char const* p) {
     }
 }
 
-char const* Grammar::readTag(char const* p, QualifiedName*& name, unsigned& uses) {
-    char const* const nameEnd = findNameEnd(p + 1, end_);
-    if (nameEnd == end_) return nullptr;
-    if (nameEnd == p + 1) failAtCharacter(nameEnd, end_, Message::nameExpected);
-    name = &names_.find(p + 1, static_cast<std::size_t>(nameEnd - p - 1));
-    attributes_.clear();
-    if (!normalised_.empty()) {
-        normalised_.clear();
-        values_.clear();
-    }
-    ++tag_;
-    p = nameEnd;
-    while (*p != '>' && *p != '/') {
-        p = readAttribute(p, *name, uses);
-        if (p == nullptr || p == end_) return nullptr;
-    }
-    if (*p == '>') return p;
-    if (p + 1 == end_) return nullptr;
-    if (p[1] != '>') failInTag(p, *name);
-    return p;
-}
-
-// From behind the part before; only white space may be left.
-char const* Grammar::readAttribute(char const* p, QualifiedName const& element, unsigned& uses) {
-    char const* const begin = skipBlanks(p);
-    if (begin == end_ || *begin == '>' || *begin == '/') return begin;
-    char const* nameEnd = findNameEnd(begin, end_);
-    if (nameEnd == end_) return nullptr;
-    if (nameEnd == begin) failInTag(begin, element);
-    if (begin == p) fail(Message::noSpaceBeforeAttribute, p, {element.text});
-    QualifiedName& name = names_.find(begin, static_cast<std::size_t>(nameEnd - begin));
-    if (name.lastTag == tag_) fail(Message::attributeTwice, begin, {name.text, element.text});
-    char const* const value = findValue(nameEnd, name);
-    if (value == nullptr) return nullptr;
-    attributes_.push_back({&name, {}, begin});
-    name.lastTag = tag_;
-    uses |= 1U << static_cast<unsigned>(name.use);
-    return readValue(value, name, attributes_.back().value);
-}
-
-// The quote in front of the value.
-char const* Grammar::findValue(char const* p, QualifiedName const& attribute) const {
-    if (*p != '=') {
-        p = skipBlanks(p);
-        if (p == end_) return nullptr;
-        if (*p != '=') failAtCharacter(p, end_, Message::attributeWithoutValue, {attribute.text});
-    }
-    p = skipBlanks(p + 1);
-    if (p == end_) return nullptr;
-    if (*p != '"' && *p != '\'') fail(Message::valueWithoutQuotes, p, {attribute.text});
-    return p;
-}
-
-char const* Grammar::readValue(char const* p, QualifiedName const& attribute,
-                               std::string_view& value) {
-    char const quote = *p++;
-    char const* const stop = findValueStop(p, end_, quote);
-    if (stop == end_) return nullptr;
-    if (*stop != quote) return normalise(p, stop, quote, attribute);
-    value = view(p, stop);
-    return stop + 1;
-}
-
-char const* Grammar::normalise(char const* begin, char const* p, char quote,
-                               QualifiedName const& attribute) {
-    std::size_t const start = values_.size();
-    while (p < end_ && *p != quote) {
-        values_.append(begin, p);
-        char32_t character = ' ';
-        char const* next = p + 1;
-        if (*p == '&') {
-            next = readReference(p, end_, character);
-        } else if (*p == '\r') {
-            if (next == end_) return nullptr;
-            if (*next == '\n') ++next;
-        } else if (*p == '<') {
-            fail(Message::lessThanInValue, p, {attribute.text});
-        } else if (*p != '\t' && *p != '\n') {
-            next = stopAt(p);
-        }
-        if (next == nullptr) return nullptr;
-        appendCharacter(values_, character);
-        begin = next;
-        p = findValueStop(begin, end_, quote);
-    }
-    if (p >= end_) return nullptr;
-    values_.append(begin, p);
-    normalised_.push_back({attributes_.size() - 1, start, values_.size() - start});
-    return p + 1;
-}
-
-// The buffer has grown while values were added; now it stays.
-void Grammar::placeValues() noexcept {
-    for (Normalised const& part : normalised_)
-        attributes_[part.attribute].value = {values_.data() + part.begin, part.size};
-}
-
 void Grammar::declareNamespaces() {
-    for (Attribute const& attribute : attributes_) {
+    for (Attribute const& attribute : tags_.attributes()) {
         if (attribute.name->declares())
-            scopes_.declare(*attribute.name, attribute.value, attribute.at);
+            scopes_.declare(*attribute.name, attribute.value, attribute.at, depth_);
     }
-}
-
-// Two attributes of one namespace and local name have different prefixes, since no name was there
-// twice. So nothing is to be looked for as long as each namespace is used by one prefix only.
-void Grammar::checkExpandedNames() {
-    bool areSuspect = false;
-    for (Attribute const& attribute : attributes_) {
-        Prefix const& prefix = *attribute.name->attributePrefix;
-        if (attribute.name->prefixLength == 0) continue;
-        areSuspect |= prefix.uri->lastTag == tag_ && prefix.uri->lastPrefix != &prefix;
-        prefix.uri->lastTag = tag_;
-        prefix.uri->lastPrefix = &prefix;
-    }
-    if (!areSuspect) return;
-    std::map<std::pair<Uri const*, std::string_view>, Attribute const*> found;
-    for (Attribute const& attribute : attributes_) {
-        QualifiedName const& name = *attribute.name;
-        if (name.prefixLength == 0) continue;
-        auto const [before, isNew] =
-            found.try_emplace({name.attributePrefix->uri, name.local()}, &attribute);
-        if (!isNew) {
-            fail(Message::attributesOfOneName, attribute.at,
-                 {before->second->name->text, name.text});
-        }
-    }
-}
-
-void Grammar::failInTag(char const* p, QualifiedName const& element) const {
-    failAtCharacter(p, end_, Message::unexpectedInTag, {element.text});
 }
 
 void Grammar::failOutside(char const* p) const {

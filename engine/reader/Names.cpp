@@ -6,8 +6,8 @@
 #include <TibXml/platform/Utf.h>
 #include <tree/Text.h>
 
-#include "CharacterScan.h"
 #include "Failure.h"
+#include <reader/CharacterScan.h>
 
 namespace tibxml::reader {
 
@@ -67,6 +67,7 @@ void Names::classify(QualifiedName& name) {
         return classifyPrefixed(name);
     }
     checkPart(name.text, name.text);
+    name.use = NameUse::fresh;
     name.elementPrefix = &defaultPrefix_;
     name.attributePrefix = &noPrefix_;
     if (name.text != "xmlns") return;

@@ -19,7 +19,7 @@
 #include <tree/Arena.h>
 #include <tree/Name.h>
 
-#include "Simd.h"
+#include <reader/Simd.h>
 
 namespace tibxml::reader {
 
@@ -41,6 +41,7 @@ struct Prefix {
 // What an attribute of a name is for.
 enum class NameUse : std::uint8_t {
     plain,
+    fresh, // plain, and no attribute had it yet
     prefixed,
     space, // xml:space
     declaresDefault,
@@ -64,9 +65,11 @@ struct QualifiedName {
     void* elementName;             // the consumer's
     Uri const* attributeUri;       // the same for the latter
     void* attributeName;
-    Prefix* declared;           // by an attribute of this name
-    std::uint64_t lastTag;      // that had an attribute of this name
-    std::uint32_t prefixLength; // 0 without colon
+    Prefix* declared;             // by an attribute of this name
+    std::uint64_t lastTag;        // that had an attribute of this name
+    QualifiedName* nextElement;   // of the element that began after one of this name the last time
+    QualifiedName* nextAttribute; // that came after this name in a tag the last time
+    std::uint32_t prefixLength;   // 0 without colon
     NameUse use;
 
     std::string_view prefix() const noexcept { return text.substr(0, prefixLength); }
@@ -102,8 +105,10 @@ public:
     // name.
     static bool isAt(QualifiedName const& name, char const* p) noexcept {
         std::size_t const length = name.text.size();
-        return keyOf(p, length) == name.key &&
-               (length <= blockSize || std::memcmp(name.text.data(), p, length) == 0);
+        auto const equal =
+            NativeBlock::at(p).equal(NativeBlock::at(reinterpret_cast<char const*>(&name.key)));
+        if (length <= blockSize) return equal.leading() >= length;
+        return std::memcmp(name.text.data(), p, length) == 0;
     }
 
     // The record of a namespace's name, which is not empty. Throws std::bad_alloc.

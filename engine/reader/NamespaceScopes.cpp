@@ -23,19 +23,18 @@ void check(QualifiedName const& name, std::string_view value, char const* at) {
 
 } // namespace
 
-void NamespaceScopes::declare(QualifiedName const& name, std::string_view value, char const* at) {
+void NamespaceScopes::declare(QualifiedName const& name, std::string_view value, char const* at,
+                              std::size_t depth) {
     if (isOfXml(name, value, at)) return;
     check(name, value, at);
     Prefix& prefix = *name.declared;
-    bindings_.push_back({&prefix, prefix.uri});
+    bindings_.push_back({&prefix, prefix.uri, depth});
     prefix.uri = value.empty() ? &names_.none() : &names_.uri(value);
 }
 
-void NamespaceScopes::shrink(std::size_t size) noexcept {
-    while (bindings_.size() != size) {
-        bindings_.back().prefix->uri = bindings_.back().before;
-        bindings_.pop_back();
-    }
+void NamespaceScopes::endLast() noexcept {
+    bindings_.back().prefix->uri = bindings_.back().before;
+    bindings_.pop_back();
 }
 
 } // namespace tibxml::reader

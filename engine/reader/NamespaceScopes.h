@@ -14,20 +14,25 @@ class NamespaceScopes {
 public:
     explicit NamespaceScopes(Names& names) noexcept : names_{names} {}
 
-    // What the attribute `name` declares; `at` is where it stands. Throws std::bad_alloc, and
-    // ParseFailure for what Namespaces in XML does not allow.
-    void declare(QualifiedName const& name, std::string_view value, char const* at);
+    // What the attribute `name`, at `at`, declares on an element that so many others are open
+    // around. Throws std::bad_alloc, and ParseFailure for what Namespaces in XML does not allow.
+    void declare(QualifiedName const& name, std::string_view value, char const* at,
+                 std::size_t depth);
 
-    std::size_t size() const noexcept { return bindings_.size(); }
-
-    // Ends the declarations after the first `size`.
-    void shrink(std::size_t size) noexcept;
+    // Ends the declarations of an element that so many others are open around.
+    void end(std::size_t depth) noexcept {
+        while (!bindings_.empty() && bindings_.back().depth == depth)
+            endLast();
+    }
 
 private:
     struct Binding {
         Prefix* prefix;
         Uri* before;
+        std::size_t depth;
     };
+
+    void endLast() noexcept;
 
     Names& names_;
     std::vector<Binding> bindings_;

@@ -2,13 +2,15 @@
 //
 // It is a template over who is told, so that building a tree or counting costs no call through a
 // pointer. A consumer has these functions; texts are valid during the call only, and what it throws
-// leaves the parser:
+// leaves the parser. After every text but those of references and names a block may be loaded.
 //
 //   void* nameOf(QualifiedName const&, Uri const&)     what stands for a name in a namespace
 //   void startDocument()
 //   void declaration(std::string_view content)
 //   void startElement(void* name, StartTag const&)
 //   void endElement(void* name)
+//   bool dropsBlanks() const                           whether blanks() may come in place of text()
+//   void blanks()                                      literal white space between two markups
 //   void text(std::string_view)                        characters up to the next markup
 //   void piece(std::string_view)                       characters, after which more may come
 //   void reference(std::string_view)                   a character written as a reference
@@ -18,6 +20,7 @@
 #pragma once
 
 #include <TibXml/platform/Utf.h>
+#include <tree/Text.h>
 
 #include "Declaration.h"
 #include "Failure.h"
@@ -52,6 +55,7 @@ private:
     char const* instruction(char const* p);
     void resolve(QualifiedName& name, StartTag const& tag, char const* at);
     void resolveElement(QualifiedName& name, char const* at);
+    void resolveAttributes(StartTag const& tag);
     void resolveAttribute(QualifiedName& name, char const* at);
     void endElement();
 
@@ -118,7 +122,7 @@ char const* Parser<Consumer>::content(char const* p) {
 }
 
 template <class Consumer>
-char const* Parser<Consumer>::markup(char const* p) {
+[[gnu::always_inline]] inline char const* Parser<Consumer>::markup(char const* p) {
     if (end_ - p < 2) return nullptr;
     switch (p[1]) {
     case '/': return endTag(p);
@@ -129,21 +133,19 @@ char const* Parser<Consumer>::markup(char const* p) {
 }
 
 template <class Consumer>
-char const* Parser<Consumer>::startTag(char const* p) {
-    QualifiedName* name = nullptr;
-    StartTag tag{attributes_};
-    char const* const close = readTag(p, name, tag.uses);
+[[gnu::always_inline]] inline char const* Parser<Consumer>::startTag(char const* p) {
+    char const* const close = tags_.read(p, end_);
     if (close == nullptr) return nullptr;
-    placeValues();
-    if (depth_ == 0 && hasRoot_) fail(Message::secondRoot, p, {name->text});
+    QualifiedName& name = tags_.name();
+    StartTag const tag = tags_.tag();
+    if (depth_ == 0 && hasRoot_) fail(Message::secondRoot, p, {name.text});
     if (depth_ == maximumDepth)
         throw ParseFailure{errorTooDeep, "elements are nested more than 256 deep", p};
-    std::size_t const bindings = scopes_.size();
-    resolve(*name, tag, p + 1);
-    open_[depth_++] = {name, name->elementName, bindings, window_.offsetOf(p), 0};
+    resolve(name, tag, p + 1);
+    open_[depth_++] = {&name, name.elementName, window_.offsetOf(p), 0};
     hasRoot_ = true;
     here_ = close;
-    consumer_.startElement(name->elementName, tag);
+    consumer_.startElement(name.elementName, tag);
     here_ = close + 1;
     if (*close == '>') return here_;
     ++here_;
@@ -156,11 +158,7 @@ template <class Consumer>
 void Parser<Consumer>::resolve(QualifiedName& name, StartTag const& tag, char const* at) {
     if (tag.has(NameUse::declaresDefault) || tag.has(NameUse::declaresPrefix)) declareNamespaces();
     if (name.elementUri != name.elementPrefix->uri) resolveElement(name, at);
-    for (Attribute const& attribute : attributes_) {
-        QualifiedName& own = *attribute.name;
-        if (own.attributeUri != own.attributePrefix->uri) resolveAttribute(own, attribute.at);
-    }
-    if (tag.has(NameUse::prefixed) || tag.has(NameUse::space)) checkExpandedNames();
+    if (!tag.hasOnly(NameUse::plain)) resolveAttributes(tag);
 }
 
 template <class Consumer>
@@ -173,6 +171,16 @@ void Parser<Consumer>::resolveElement(QualifiedName& name, char const* at) {
 }
 
 template <class Consumer>
+void Parser<Consumer>::resolveAttributes(StartTag const& tag) {
+    for (Attribute const& attribute : tag.attributes) {
+        QualifiedName& name = *attribute.name;
+        if (name.attributeUri != name.attributePrefix->uri) resolveAttribute(name, attribute.at);
+        if (name.use == NameUse::fresh) name.use = NameUse::plain;
+    }
+    if (tag.has(NameUse::prefixed) || tag.has(NameUse::space)) tags_.checkExpandedNames();
+}
+
+template <class Consumer>
 void Parser<Consumer>::resolveAttribute(QualifiedName& name, char const* at) {
     Uri const* const uri = name.attributePrefix->uri;
     if (uri == nullptr) fail(Message::undeclaredPrefix, at, {name.text});
@@ -181,7 +189,7 @@ void Parser<Consumer>::resolveAttribute(QualifiedName& name, char const* at) {
 }
 
 template <class Consumer>
-char const* Parser<Consumer>::endTag(char const* p) {
+[[gnu::always_inline]] inline char const* Parser<Consumer>::endTag(char const* p) {
     char const* close = nullptr;
     if (depth_ != 0) {
         QualifiedName const& name = *open_[depth_ - 1].name;
@@ -197,14 +205,22 @@ char const* Parser<Consumer>::endTag(char const* p) {
 }
 
 template <class Consumer>
-void Parser<Consumer>::endElement() {
+[[gnu::always_inline]] inline void Parser<Consumer>::endElement() {
     OpenElement const& element = open_[--depth_];
-    scopes_.shrink(element.bindings);
+    scopes_.end(depth_);
     consumer_.endElement(element.resolved);
 }
 
 template <class Consumer>
-char const* Parser<Consumer>::text(char const* p) {
+[[gnu::always_inline]] inline char const* Parser<Consumer>::text(char const* p) {
+    if (tree::isBlank(*p) && consumer_.dropsBlanks()) {
+        char const* const blankEnd = findBlankEnd(p, end_);
+        if (blankEnd != end_ && *blankEnd == '<') {
+            here_ = blankEnd;
+            consumer_.blanks();
+            return blankEnd;
+        }
+    }
     char const* const stop = findTextEnd(p);
     if (stop == end_ || *stop != '<') return partOfText(p, stop);
     here_ = stop;
@@ -218,11 +234,12 @@ char const* Parser<Consumer>::partOfText(char const* begin, char const* stop) {
     if (stop != end_ && *stop == '\r') {
         stop = readReturns(begin, stop);
         if (text_.empty()) return nullptr;
+        std::string_view const text = padded(text_);
         here_ = stop;
         if (stop != end_ && *stop == '<') {
-            consumer_.text(text_);
+            consumer_.text(text);
         } else {
-            consumer_.piece(text_);
+            consumer_.piece(text);
         }
         return stop;
     }
@@ -232,7 +249,7 @@ char const* Parser<Consumer>::partOfText(char const* begin, char const* stop) {
         return stop;
     }
     if (stop == end_ || *stop == ']') return nullptr;
-    if (*stop != '&') return stopAt(stop);
+    if (*stop != '&') return stopAt(stop, end_);
     char32_t character = 0;
     char const* const next = readReference(stop, end_, character);
     if (next == nullptr) return nullptr;

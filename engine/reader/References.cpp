@@ -2,8 +2,8 @@
 
 #include <tree/Text.h>
 
-#include "CharacterScan.h"
 #include "Failure.h"
+#include <reader/CharacterScan.h>
 
 namespace tibxml::reader {
 
@@ -57,7 +57,7 @@ char const* readNumber(char const* p, char const* end, char32_t& character) {
 
 } // namespace
 
-char const* readReference(char const* p, char const* end, char32_t& character) {
+char const* readAnyReference(char const* p, char const* end, char32_t& character) {
     if (end - p < 2) return nullptr;
     if (p[1] == '#') return readNumber(p, end, character);
     char const* const nameEnd = findNameEnd(p + 1, end);

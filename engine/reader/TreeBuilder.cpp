@@ -5,14 +5,16 @@ namespace tibxml::reader {
 void TreeBuilder::noteSpace(StartTag const& tag) {
     for (Attribute const& attribute : tag.attributes) {
         std::string_view const value = attribute.value;
-        if (attribute.name->use == NameUse::space && (value == "preserve" || value == "default"))
-            spaceScopes_.push_back({writer_.depth(), value == "preserve"});
+        if (attribute.name->use != NameUse::space) continue;
+        if (value != "preserve" && value != "default") continue;
+        spaceScopes_.push_back({writer_.depth(), keepsWhiteSpace_});
+        keepsWhiteSpace_ = value == "preserve" || writer_.document().preservesWhiteSpace();
     }
 }
 
-bool TreeBuilder::keepsWhiteSpace() const noexcept {
-    return writer_.document().preservesWhiteSpace() ||
-           (!spaceScopes_.empty() && spaceScopes_.back().preserve);
+void TreeBuilder::endSpaceScope() noexcept {
+    keepsWhiteSpace_ = spaceScopes_.back().keptBefore;
+    spaceScopes_.pop_back();
 }
 
 void TreeBuilder::piece(std::string_view text) {
@@ -26,17 +28,11 @@ void TreeBuilder::reference(std::string_view character) {
 }
 
 void TreeBuilder::flushText() {
-    addText(text_, textHasContent_);
+    std::size_t const size = text_.size();
+    text_.append(tree::Node::inlineCapacity, '\0');
+    addText({text_.data(), size}, textHasContent_);
     text_.clear();
     textHasContent_ = false;
-}
-
-void TreeBuilder::markBreak() noexcept {
-    if (tree::Node* const last = writer_.last()) {
-        last->flags |= tree::breakAfter;
-    } else {
-        writer_.parent()->flags |= tree::breakInside;
-    }
 }
 
 void TreeBuilder::cdata(std::string_view content) {

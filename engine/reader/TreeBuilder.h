@@ -1,6 +1,7 @@
 // Builds a tree from what the parser tells.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,7 +17,9 @@ namespace tibxml::reader {
 class TreeBuilder {
 public:
     // The document must be empty.
-    explicit TreeBuilder(tree::Document& document) noexcept : writer_{document} {}
+    explicit TreeBuilder(tree::Document& document) noexcept
+        : writer_{document},
+          keepsWhiteSpace_{document.preservesWhiteSpace()} {}
 
     void* nameOf(QualifiedName const& name, Uri const& uri) {
         return names().intern(name.prefix(), name.local(), uri.text);
@@ -33,17 +36,20 @@ public:
         writer_.openElement(static_cast<tree::Name*>(name));
         for (Attribute const& attribute : tag.attributes) {
             writer_.addAttribute(static_cast<tree::Name*>(attribute.name->attributeName),
-                                 attribute.value);
+                                 tree::PaddedText{attribute.value});
         }
         if (tag.has(NameUse::space)) noteSpace(tag);
     }
 
     void endElement(void* /*name*/) {
         endText();
-        if (!spaceScopes_.empty() && spaceScopes_.back().depth == writer_.depth())
-            spaceScopes_.pop_back();
+        if (!spaceScopes_.empty() && spaceScopes_.back().depth == writer_.depth()) endSpaceScope();
         writer_.closeElement();
     }
+
+    bool dropsBlanks() const noexcept { return text_.empty() && !keepsWhiteSpace_; }
+
+    void blanks() noexcept { markBreak(); }
 
     void text(std::string_view whole) {
         if (text_.empty()) {
@@ -63,21 +69,28 @@ public:
 private:
     struct SpaceScope {
         int depth;
-        bool preserve;
+        bool keptBefore;
     };
 
+    void markBreak() noexcept {
+        if (tree::Node* const last = writer_.last()) {
+            last->flags |= tree::breakAfter;
+        } else {
+            writer_.parent()->flags |= tree::breakInside;
+        }
+    }
+
     void noteSpace(StartTag const& tag);
-    bool keepsWhiteSpace() const noexcept;
+    void endSpaceScope() noexcept;
     void flushText();
-    void markBreak() noexcept;
 
     void endText() {
         if (!text_.empty()) flushText();
     }
 
     void addText(std::string_view text, bool hasContent) {
-        if (hasContent || keepsWhiteSpace()) {
-            writer_.add(tree::NodeKind::text, nullptr, text);
+        if (hasContent || keepsWhiteSpace_) {
+            writer_.add(tree::NodeKind::text, nullptr, tree::PaddedText{text});
         } else {
             markBreak();
         }
@@ -86,6 +99,7 @@ private:
     tree::NameTable& names() noexcept { return writer_.document().names(); }
 
     tree::DocumentWriter writer_;
+    bool keepsWhiteSpace_;                // where the reading is
     std::string text_;                    // of the run of characters that is being read
     bool textHasContent_ = false;         // more than white space that lays the document out
     std::vector<SpaceScope> spaceScopes_; // of the open elements that carry xml:space

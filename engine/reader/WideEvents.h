@@ -32,6 +32,10 @@ public:
     void startElement(void* name, StartTag const& tag);
     void endElement(void* name);
 
+    static constexpr bool dropsBlanks() noexcept { return false; }
+
+    void blanks() noexcept {}
+
     void text(std::string_view text) { piece(text); }
 
     void piece(std::string_view text);

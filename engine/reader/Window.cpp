@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "Failure.h"
-#include "Simd.h"
+#include <reader/Simd.h>
 
 namespace tibxml::reader {
 
@@ -53,7 +53,7 @@ char const* Window::copyRest(char const* token) {
     if (buffer_ != nullptr) return token; // the second time: there is no more
     std::string_view const rest = known_.substr(static_cast<std::size_t>(token - begin_));
     buffer_ = std::make_unique_for_overwrite<char[]>(rest.size() + blockSize);
-    std::memcpy(buffer_.get(), rest.data(), rest.size());
+    if (!rest.empty()) std::memcpy(buffer_.get(), rest.data(), rest.size());
     std::memset(buffer_.get() + rest.size(), 0, blockSize);
     base_ = offsetOf(token);
     begin_ = buffer_.get();

@@ -22,6 +22,15 @@ public:
 
     // A node with every field zero; previous is the node itself. Throws std::bad_alloc.
     Node* newNode(NodeKind kind) {
+        Node* const node = newUnsetNode();
+        *node = Node{};
+        node->kind = kind;
+        node->previous = node;
+        return node;
+    }
+
+    // A node of which every field is still to be set. Throws std::bad_alloc.
+    Node* newUnsetNode() {
         Node* node = freeNodes_;
         if (node != nullptr) {
             freeNodes_ = node->next;
@@ -31,9 +40,6 @@ public:
             // Readers take one node after the other: the cache line of a later one is on its way.
             __builtin_prefetch(node + nodesAhead, 1);
         }
-        *node = Node{};
-        node->kind = kind;
-        node->previous = node;
         return node;
     }
 

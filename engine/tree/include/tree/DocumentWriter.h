@@ -10,6 +10,12 @@
 
 namespace tibxml::tree {
 
+// A text after which a block of inlineCapacity bytes may be loaded, whatever is there, so that a
+// short text is stored without a look at its length.
+struct PaddedText {
+    std::string_view text;
+};
+
 // All functions that make nodes throw std::bad_alloc, and std::length_error for texts above 4 GiB;
 // the document is good for being cleared then. Nobody else looks at it or changes it meanwhile.
 class DocumentWriter {
@@ -33,9 +39,9 @@ public:
     int depth() const noexcept { return depth_; }
 
     void openElement(Name* name) {
-        Node* const element = document_.arena().newNode(NodeKind::element);
-        element->name = name;
-        append(element);
+        Node* const element = newNode(NodeKind::element, inDocument, name);
+        element->content.links = {nullptr, nullptr};
+        link(parent_->content.links.firstChild, last_, element);
         parent_ = element;
         last_ = nullptr;
         lastAttribute_ = nullptr;
@@ -43,15 +49,16 @@ public:
     }
 
     // To the element that was opened last, which has no children yet.
-    void addAttribute(Name* name, std::string_view value) {
-        Node* const attribute = newNode(NodeKind::attribute, name, value);
-        attribute->parent = parent_;
+    template <class Text>
+    void addAttribute(Name* name, Text value) {
+        Node* const attribute = newNode(NodeKind::attribute, NodeFlag{}, name, value);
         link(parent_->content.links.firstAttribute, lastAttribute_, attribute);
     }
 
     // A child that is no element. Only declarations and processing instructions have a name.
-    void add(NodeKind kind, Name* name, std::string_view text) {
-        append(newNode(kind, name, text));
+    template <class Text>
+    void add(NodeKind kind, Name* name, Text text) {
+        link(parent_->content.links.firstChild, last_, newNode(kind, inDocument, name, text));
     }
 
     void closeElement() noexcept {
@@ -62,17 +69,36 @@ public:
     }
 
 private:
-    Node* newNode(NodeKind kind, Name* name, std::string_view text) {
-        Node* const node = document_.arena().newNode(kind);
-        node->name = name;
-        setTextOnce(document_, node, text);
+    template <class Text>
+    Node* newNode(NodeKind kind, NodeFlag flags, Name* name, Text text) {
+        Node* const node = newNode(kind, flags, name);
+        setText(node, text);
         return node;
     }
 
-    void append(Node* node) noexcept {
+    // A node without content. Field by field, so that nothing is written twice.
+    Node* newNode(NodeKind kind, NodeFlag flags, Name* name) {
+        Node* const node = document_.arena().newUnsetNode();
+        node->kind = kind;
+        node->flags = flags;
+        node->inlineLength = 0;
+        node->levels = 0;
+        node->order = 0;
+        node->name = name;
         node->parent = parent_;
-        node->flags = inDocument;
-        link(parent_->content.links.firstChild, last_, node);
+        node->next = nullptr;
+        node->previous = node;
+        node->handle = nullptr;
+        return node;
+    }
+
+    void setText(Node* node, std::string_view text) { setTextOnce(document_, node, text); }
+
+    void setText(Node* node, PaddedText padded) {
+        std::string_view const text = padded.text;
+        if (text.size() > Node::inlineCapacity) return setTextOnce(document_, node, text);
+        std::memcpy(node->content.shortText, text.data(), Node::inlineCapacity);
+        node->inlineLength = static_cast<std::uint8_t>(text.size());
     }
 
     static void link(Node*& first, Node*& last, Node* node) noexcept {

@@ -3,7 +3,8 @@
 // is tested against it.
 //
 // A mask says of each byte whether something holds; first() is the index of the first byte of
-// which it does, 16 when there is none.
+// which it does, 16 when there is none; leading() is the number of bytes at the front of which it
+// does; bits() has a bit for each byte, the first one lowest.
 #pragma once
 
 #include <bit>
@@ -36,6 +37,10 @@ public:
         unsigned first() const noexcept {
             return static_cast<unsigned>(std::countr_zero(bits_ | 0x10000U));
         }
+
+        unsigned leading() const noexcept { return static_cast<unsigned>(std::countr_one(bits_)); }
+
+        unsigned bits() const noexcept { return bits_; }
 
     private:
         unsigned bits_;
@@ -103,9 +108,12 @@ public:
         Mask inverted() const noexcept { return Mask{_mm_xor_si128(bytes_, _mm_set1_epi8(-1))}; }
 
         unsigned first() const noexcept {
-            auto const bits = static_cast<unsigned>(_mm_movemask_epi8(bytes_));
-            return static_cast<unsigned>(std::countr_zero(bits | 0x10000U));
+            return static_cast<unsigned>(std::countr_zero(bits() | 0x10000U));
         }
+
+        unsigned leading() const noexcept { return static_cast<unsigned>(std::countr_one(bits())); }
+
+        unsigned bits() const noexcept { return static_cast<unsigned>(_mm_movemask_epi8(bytes_)); }
 
     private:
         __m128i bytes_;
@@ -155,14 +163,29 @@ public:
 
         Mask inverted() const noexcept { return Mask{vmvnq_u8(bytes_)}; }
 
-        // Four bits of each byte are left after narrowing.
         unsigned first() const noexcept {
-            uint8x8_t const narrow = vshrn_n_u16(vreinterpretq_u16_u8(bytes_), 4);
-            std::uint64_t const bits = vget_lane_u64(vreinterpret_u64_u8(narrow), 0);
-            return static_cast<unsigned>(std::countr_zero(bits)) / 4;
+            return static_cast<unsigned>(std::countr_zero(nibbles())) / 4;
+        }
+
+        unsigned leading() const noexcept {
+            return static_cast<unsigned>(std::countr_one(nibbles())) / 4;
+        }
+
+        unsigned bits() const noexcept {
+            constexpr std::uint8_t places[] = {1, 2, 4, 8, 16, 32, 64, 128,
+                                               1, 2, 4, 8, 16, 32, 64, 128};
+            uint8x16_t const placed = vandq_u8(bytes_, vld1q_u8(places));
+            return vaddv_u8(vget_low_u8(placed)) |
+                   static_cast<unsigned>(vaddv_u8(vget_high_u8(placed))) << 8U;
         }
 
     private:
+        // Four bits of each byte are left after narrowing.
+        std::uint64_t nibbles() const noexcept {
+            uint8x8_t const narrow = vshrn_n_u16(vreinterpretq_u16_u8(bytes_), 4);
+            return vget_lane_u64(vreinterpret_u64_u8(narrow), 0);
+        }
+
         uint8x16_t bytes_;
     };
 
