@@ -7,7 +7,7 @@
 #include <TibXml/platform/ComObject.h>
 
 #include "NodeHandle.h"
-#include "NodeLists.h"
+#include "SiblingCursor.h"
 
 namespace tibxml::com {
 

@@ -7,10 +7,11 @@
 #include <query/QueryCache.h>
 #include <tree/Cloning.h>
 
+#include "ChildList.h"
 #include "DocumentObject.h"
 #include "NodeFactory.h"
-#include "NodeLists.h"
-#include "NodeValue.h"
+#include "QueryList.h"
+#include "SetText.h"
 #include "Text.h"
 
 namespace tibxml::com {

@@ -7,7 +7,8 @@
 #include <TibXml/engine/ISAXXMLReader.h>
 #include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-#include <com/Measures.h>
+
+#include <com/LiveObjects.h>
 
 #include "ComPtr.h"
 #include "SaxForwarder.h"

@@ -2,9 +2,11 @@
 
 #include <exception>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <utility>
 
+#include <TibXml/platform/StreamObject.h>
 #include <TibXml/platform/Utf.h>
 #include <reader/LocalFile.h>
 
@@ -39,6 +41,19 @@ private:
     ISequentialStream* stream_;
     std::exception_ptr exception_;
 };
+
+// What is left in a stream of ours over memory, which is then at its end; nothing when it is
+// another one. Throws what the stream throws.
+std::optional<std::string_view> bytesOf(ISequentialStream* stream) {
+    void* found = nullptr;
+    if (FAILED(stream->QueryInterface(platform::IID_IMemoryBytes, &found))) return {};
+    auto const memory =
+        ComPtr<platform::IMemoryBytes>::adopt(static_cast<platform::IMemoryBytes*>(found));
+    BYTE const* bytes = nullptr;
+    std::size_t size = 0;
+    if (memory->TakeRest(&bytes, &size) != S_OK) return {};
+    return std::string_view{reinterpret_cast<char const*>(bytes), size};
+}
 
 bool fail(reader::ReadError& error, std::string reason) {
     error = {};
@@ -98,6 +113,7 @@ bool readFile(std::string const& name, std::string& location, reader::ReadError&
 bool readStream(IUnknown* object, reader::ReadError& error, Reading const& read) {
     ComPtr<ISequentialStream> const stream = streamOf(object);
     if (!stream) return fail(error, "the object is not a stream");
+    if (auto const bytes = bytesOf(stream.get())) return read(*bytes);
     StreamSource source{stream.get()};
     bool const isDone = read(source);
     source.rethrow();

@@ -29,6 +29,14 @@ public:
         return *clone == nullptr ? E_OUTOFMEMORY : S_OK;
     }
 
+    HRESULT TakeRest(BYTE const** bytes, std::size_t* size) noexcept override {
+        auto const left = rest();
+        *bytes = left.data();
+        *size = left.size();
+        advance(left.size());
+        return S_OK;
+    }
+
 private:
     std::span<BYTE const> bytes() const noexcept override { return bytes_; }
 
@@ -73,10 +81,9 @@ HRESULT StreamObject::CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEG
 HRESULT MemoryReader::Read(void* buffer, ULONG count, ULONG* done) noexcept {
     report(done, 0);
     if (buffer == nullptr) return STG_E_INVALIDPOINTER;
-    auto const all = bytes();
-    auto const left = all.size() - std::min<ULONGLONG>(position_, all.size());
-    auto const got = std::min<ULONGLONG>(count, left);
-    if (got != 0) std::memcpy(buffer, all.data() + position_, got);
+    auto const left = rest();
+    auto const got = std::min<ULONGLONG>(count, left.size());
+    if (got != 0) std::memcpy(buffer, left.data(), got);
     position_ += got;
     report(done, got);
     return got == count ? S_OK : S_FALSE;
@@ -99,6 +106,11 @@ HRESULT MemoryReader::Stat(STATSTG* status, DWORD /*flags*/) noexcept {
     status->cbSize.QuadPart = bytes().size();
     status->grfMode = access_;
     return S_OK;
+}
+
+std::span<BYTE const> MemoryReader::rest() const noexcept {
+    auto const all = bytes();
+    return all.subspan(static_cast<std::size_t>(std::min<ULONGLONG>(position_, all.size())));
 }
 
 LONGLONG MemoryReader::startOf(DWORD origin) const noexcept {

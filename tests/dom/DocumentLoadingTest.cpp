@@ -236,6 +236,32 @@ TEST(DocumentLoading, FromMemoryWithoutACopyOfIt) {
     EXPECT_FALSE(document.IsLoaded());
 }
 
+TEST(DocumentLoading, FromMemoryInEveryEncoding) {
+    std::string const documents[] = {"\xEF\xBB\xBF<a>\xC3\xA4</a>",
+                                     "<?xml version='1.0' encoding='UTF-8'?><a>\xC3\xA4</a>",
+                                     "<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE4</a>",
+                                     std::string{"\xFF\xFE<\0a\0>\0\xE4\0<\0/\0a\0>\0", 18}};
+    for (std::string const& text : documents) {
+        WXmlDoc document;
+        EXPECT_TRUE(document.Load(TibUtils::Stream::OverMemory(text.data(), text.size())));
+        EXPECT_EQ(utf8(document.GetRootNode().Value().GetString()), "\xC3\xA4");
+    }
+}
+
+TEST(DocumentLoading, FromMemoryReadsFromThePositionToTheEnd) {
+    std::string const text = "junk<one/>";
+    auto stream = TibUtils::Stream::OverMemory(text.data(), text.size());
+    EnginePtr<IStream> const under{static_cast<IStream*>(stream)};
+    ASSERT_EQ(under->Seek({4}, STREAM_SEEK_SET, nullptr), S_OK);
+    WXmlDoc document;
+    EXPECT_TRUE(document.Load(stream));
+    EXPECT_EQ(utf8(document.GetRootNode().GetName()), "one");
+    ULARGE_INTEGER position{};
+    ASSERT_EQ(under->Seek({0}, STREAM_SEEK_CUR, &position), S_OK);
+    EXPECT_EQ(position.QuadPart, text.size());
+    EXPECT_FALSE(document.Load(stream)) << "nothing is left";
+}
+
 TEST(DocumentLoading, FromAFile) {
     TemporaryFile const file{"<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE4</a>"};
     WXmlDoc document;

@@ -1,6 +1,7 @@
 #include "StreamCalls.h"
 
 #include <TibXml/platform/Stream.h>
+#include <TibXml/platform/StreamObject.h>
 
 #include <gtest/gtest.h>
 
@@ -40,6 +41,17 @@ TEST_F(MemoryStream, RefusesToGrowBeyondAllBounds) {
     EXPECT_EQ(writeTo(stream_, "x"), STG_E_MEDIUMFULL);
     EXPECT_EQ(stream_->SetSize({std::numeric_limits<ULONGLONG>::max()}), STG_E_MEDIUMFULL);
     EXPECT_EQ(sizeOf(stream_), 6u);
+}
+
+TEST_F(MemoryStream, DoesNotGiveItsBytesAway) {
+    void* found = nullptr;
+    ASSERT_EQ(stream_->QueryInterface(tibxml::platform::IID_IMemoryBytes, &found), S_OK);
+    auto* const memory = static_cast<tibxml::platform::IMemoryBytes*>(found);
+    BYTE const* bytes = nullptr;
+    std::size_t size = 0;
+    EXPECT_EQ(memory->TakeRest(&bytes, &size), E_NOTIMPL) << "a write may move them";
+    memory->Release();
+    EXPECT_EQ(readFrom(stream_, 6), (ReadResult{S_OK, "abcdef"}));
 }
 
 TEST_F(MemoryStream, ChangesItsSize) {

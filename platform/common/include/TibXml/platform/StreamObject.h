@@ -8,9 +8,28 @@
 
 namespace tibxml::platform {
 
+inline constexpr IID IID_IMemoryBytes{
+    0x6b1f3c52, 0x8a0e, 0x4f4e, {0x9d, 0x2b, 0x51, 0x0c, 0x7e, 0x63, 0xa1, 0xd8}};
+
+/// What our streams offer besides, for a reader that would only copy their bytes.
+struct IMemoryBytes : IUnknown {
+    /// Stores the place and number of the bytes from the position to the end, and moves the
+    /// position there. The bytes stay where and as they are until the stream is released.
+    /// `E_NOTIMPL` for streams that cannot promise that.
+    virtual HRESULT TakeRest(BYTE const** bytes, std::size_t* size) noexcept = 0;
+};
+
+} // namespace tibxml::platform
+
+template <>
+struct tibxml::platform::InterfaceTraits<tibxml::platform::IMemoryBytes>
+    : InterfaceIs<tibxml::platform::IID_IMemoryBytes, IUnknown> {};
+
+namespace tibxml::platform {
+
 /// What the streams made here have in common: nothing is cached, so there is nothing to commit
 /// or to take back, and regions cannot be locked.
-class StreamObject : public ComObject<IStream> {
+class StreamObject : public ComObject<IStream, IMemoryBytes> {
 public:
     HRESULT CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
                    ULARGE_INTEGER* written) noexcept override;
@@ -27,6 +46,10 @@ public:
     HRESULT UnlockRegion(ULARGE_INTEGER /*offset*/, ULARGE_INTEGER /*count*/,
                          DWORD /*type*/) noexcept override {
         return STG_E_INVALIDFUNCTION;
+    }
+
+    HRESULT TakeRest(BYTE const** /*bytes*/, std::size_t* /*size*/) noexcept override {
+        return E_NOTIMPL;
     }
 };
 
@@ -54,6 +77,9 @@ protected:
           access_{access} {}
 
     ULONGLONG position() const noexcept { return position_; }
+
+    /// From the position to the end.
+    std::span<BYTE const> rest() const noexcept;
 
     void advance(ULONGLONG count) noexcept { position_ += count; }
 

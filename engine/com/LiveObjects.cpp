@@ -1,8 +1,6 @@
-#include <com/Measures.h>
+#include <com/LiveObjects.h>
 
 #include <atomic>
-
-#include "NodeHandle.h"
 
 namespace tibxml::com {
 
@@ -22,10 +20,6 @@ LiveObject::LiveObject() noexcept {
 
 LiveObject::~LiveObject() {
     live.fetch_sub(1, std::memory_order_relaxed);
-}
-
-std::size_t footprint(IUnknown* object) {
-    return handleOf(object)->storage().arena().footprint();
 }
 
 } // namespace tibxml::com

@@ -1,10 +1,7 @@
-// Measures of the engine: how many objects there are, for leaks, and how much storage a document
-// takes, for growth.
+// How many engine objects there are: the measure of leaks.
 #pragma once
 
 #include <cstddef>
-
-#include <TibXml/platform/IUnknown.h>
 
 namespace tibxml::com {
 
@@ -20,9 +17,5 @@ public:
     LiveObject& operator=(LiveObject const&) = delete;
     ~LiveObject();
 };
-
-// The bytes that the document of a node or document object has taken from the heap for nodes, names
-// and texts. Throws Failure (E_INVALIDARG) for null and for an object of another engine.
-std::size_t footprint(IUnknown* object);
 
 } // namespace tibxml::com
