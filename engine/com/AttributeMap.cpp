@@ -4,11 +4,11 @@
 #include <tree/Lifetimes.h>
 #include <tree/NamespaceNodes.h>
 
-#include "Adoption.h"
 #include "DeclarationRules.h"
 #include "Failure.h"
 #include "NodeFactory.h"
-#include "SetText.h"
+#include "NodeHandle.h"
+#include "NodeValue.h"
 #include "Text.h"
 
 namespace tibxml::com {

@@ -7,7 +7,7 @@
 #include <TibXml/platform/ComObject.h>
 
 #include "NodeHandle.h"
-#include "SiblingCursor.h"
+#include "NodeLists.h"
 
 namespace tibxml::com {
 

@@ -6,11 +6,11 @@
 #include <tree/Editing.h>
 #include <tree/Lifetimes.h>
 
-#include "Adoption.h"
 #include "ComPtr.h"
 #include "DocumentFile.h"
 #include "Insertion.h"
 #include "NodeFactory.h"
+#include "NodeHandle.h"
 #include "ParseErrorObject.h"
 #include "SchemaCache.h"
 #include "Sources.h"

@@ -8,7 +8,7 @@
 
 #include <TibXml/engine/IXMLDOMDocument.h>
 
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 #include <query/Namespaces.h>
 #include <reader/Reader.h>
 #include <transform/Stylesheet.h>

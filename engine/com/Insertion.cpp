@@ -6,9 +6,9 @@
 #include <tree/NamespaceNodes.h>
 #include <tree/Navigation.h>
 
-#include "Adoption.h"
 #include "DeclarationRules.h"
 #include "Failure.h"
+#include "NodeHandle.h"
 
 namespace tibxml::com {
 

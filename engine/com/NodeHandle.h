@@ -1,8 +1,12 @@
 // The tie between a node of a tree and the engine object through which callers see it.
+//
+// Three hold each other up: a node knows its handle (Node::handle) without owning it, a handle owns
+// its node's storage by a counted pointer, and a node object owns the document object whose
+// settings count for it by another. tree::Lifetimes is called when a handle starts and stops
+// referring to a node; it never calls back but for moving handles to another document.
 #pragma once
 
 #include <TibXml/engine/IXMLDOMNode.h>
-
 #include <tree/Document.h>
 
 #include "ComPtr.h"
@@ -14,8 +18,9 @@ namespace tibxml::com {
 
 class DocumentObject;
 
-// An interface of every node object of this engine, and of nobody else's: how a node that a caller
-// passes in is recognised. While it lives its node refers to it, so that a node has one identity.
+// An interface of every node object of this engine, and of no other object: how a node that a
+// caller passes in is recognised. While it lives its node refers to it, so that a node has one
+// identity.
 class NodeHandle : public IUnknown {
 public:
     // The node object as callers see it.
@@ -66,6 +71,25 @@ inline IXMLDOMNode* wrapBeside(NodeHandle& handle, tree::Node* node) {
 // The node of this engine behind an object that a caller passes. Throws Failure (E_INVALIDARG) for
 // null and for any other object.
 ComPtr<NodeHandle> handleOf(IUnknown* object);
+
+// Moving nodes between documents: a document never depends on another one's storage. This one is
+// for a node that is known to belong to another document.
+void adoptForeign(DocumentObject& owner, tree::Document& storage, NodeHandle& handle);
+
+// Makes a node with its subtree part of another document's storage, detached there, unless it is
+// already. What refers to the nodes now refers to their copies, so that callers see the same nodes
+// in another document. Throws std::bad_alloc before anything changed.
+inline void adopt(DocumentObject& owner, tree::Document& storage, NodeHandle& handle) {
+    if (&handle.storage() != &storage) adoptForeign(owner, storage, handle);
+}
+
+// To be called for a handle that is about to refer to a node in other storage without a move:
+// pinned pointers to its old node will lead to its object. Throws std::bad_alloc.
+void leaveBehind(NodeHandle& handle);
+
+// The object for a node that a pinned pointer refers to and that has moved to another document: a
+// new reference for the caller; null for a node that has not.
+IXMLDOMNode* movedNode(tree::Document const& storage, tree::Node const* node);
 
 } // namespace tibxml::com
 

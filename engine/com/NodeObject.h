@@ -7,8 +7,8 @@
 #include "Failure.h"
 #include "Insertion.h"
 #include "NodeOperations.h"
+#include "NodeValue.h"
 #include "Transformation.h"
-#include "TypedValue.h"
 
 namespace tibxml::com {
 

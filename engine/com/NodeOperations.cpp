@@ -7,11 +7,10 @@
 #include <query/QueryCache.h>
 #include <tree/Cloning.h>
 
-#include "ChildList.h"
 #include "DocumentObject.h"
 #include "NodeFactory.h"
-#include "QueryList.h"
-#include "SetText.h"
+#include "NodeLists.h"
+#include "NodeValue.h"
 #include "Text.h"
 
 namespace tibxml::com {

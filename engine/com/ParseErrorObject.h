@@ -8,8 +8,7 @@
 
 #include <TibXml/engine/IXMLDOMParseError2.h>
 #include <TibXml/platform/ComObject.h>
-
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 #include <reader/Reader.h>
 
 namespace tibxml::com {
@@ -47,6 +46,24 @@ private:
     LiveObject live_;
     std::shared_ptr<FoundErrors const> found_;
     std::size_t index_;
+};
+
+// All errors that were found in one go.
+class ParseErrorList final : public platform::ComObject<IXMLDOMParseErrorCollection> {
+public:
+    explicit ParseErrorList(std::shared_ptr<FoundErrors const> found) noexcept;
+
+    HRESULT get_item(LONG index, IXMLDOMParseError2** error) noexcept override;
+    HRESULT get_length(LONG* length) noexcept override;
+    HRESULT get_next(IXMLDOMParseError2** error) noexcept override;
+    HRESULT reset() noexcept override;
+
+private:
+    ~ParseErrorList() override = default;
+
+    LiveObject live_;
+    std::shared_ptr<FoundErrors const> found_;
+    LONG next_ = 0;
 };
 
 } // namespace tibxml::com

@@ -6,7 +6,7 @@
 #include <TibXml/engine/ISAXAttributes.h>
 #include <TibXml/platform/ComObject.h>
 
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 #include <reader/SaxReader.h>
 
 namespace tibxml::com {

@@ -1,6 +1,9 @@
 #include "SaxReaderObject.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -8,12 +11,37 @@
 #include <reader/Counting.h>
 
 #include "Failure.h"
-#include "SaxFeatures.h"
 #include "Text.h"
 
 namespace tibxml::com {
 
 namespace {
+
+// What the reader does and what it does not, by the names that callers know.
+struct Feature {
+    std::wstring_view name;
+    bool isOn;
+};
+
+constexpr Feature features[] = {
+    {L"exhaustive-errors", false},
+    {L"http://xml.org/sax/features/external-general-entities", false},
+    {L"http://xml.org/sax/features/external-parameter-entities", false},
+    {L"http://xml.org/sax/features/namespace-prefixes", false},
+    {L"http://xml.org/sax/features/namespaces", true},
+    {L"normalize-line-breaks", true},
+    {L"prohibit-dtd", true},
+    {L"schema-validation", false},
+};
+
+// Whether the reader has a feature; nothing for one that it does not know. Null is no name.
+std::optional<bool> saxFeature(wchar_t const* name) noexcept {
+    if (name == nullptr) return {};
+    auto const* const found =
+        std::find_if(std::begin(features), std::end(features),
+                     [=](Feature const& known) { return known.name == name; });
+    return found != std::end(features) ? std::optional{found->isOn} : std::nullopt;
+}
 
 // Counts, and shows before each read of a stream how far it has come.
 class Counting final : private reader::ByteSource {

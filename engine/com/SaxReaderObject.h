@@ -7,8 +7,7 @@
 #include <TibXml/engine/ISAXXMLReader.h>
 #include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
-
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 
 #include "ComPtr.h"
 #include "SaxForwarder.h"

@@ -10,7 +10,7 @@
 #include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComObject.h>
 
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 #include <validation/Schema.h>
 
 #include "ComPtr.h"

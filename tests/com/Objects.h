@@ -13,7 +13,7 @@
 #include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/Utf.h>
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 
 namespace tibxml::com::test {
 

@@ -5,7 +5,7 @@
 #include "EngineTest.h"
 
 #include <TibXml/platform/ComRuntime.h>
-#include <com/Footprint.h>
+#include <com/Measures.h>
 
 #include <cstdlib>
 #include <deque>

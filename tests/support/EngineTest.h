@@ -7,7 +7,7 @@
 
 #include <TibXml/TibXml.h>
 #include <TibXml/tibutils/DataEncoding.h>
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@
 #include <TibXml/platform/ComError.h>
 #include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/Stream.h>
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 
 // The C library loads and unloads the converters of encodings under a lock of its own that
 // ThreadSanitizer does not see; nothing else is left out.

@@ -1,7 +1,10 @@
-// How many engine objects there are: the measure of leaks.
+// Measures of the engine: how many objects there are, for leaks, and how much storage a document
+// takes, for growth.
 #pragma once
 
 #include <cstddef>
+
+#include <TibXml/platform/IUnknown.h>
 
 namespace tibxml::com {
 
@@ -17,5 +20,9 @@ public:
     LiveObject& operator=(LiveObject const&) = delete;
     ~LiveObject();
 };
+
+// The bytes that the document of a node or document object has taken from the heap for nodes, names
+// and texts. Throws Failure (E_INVALIDARG) for null and for an object of another engine.
+std::size_t footprint(IUnknown* object);
 
 } // namespace tibxml::com

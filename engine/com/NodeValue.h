@@ -1,9 +1,12 @@
-// Setting the own text of a node: what each kind of node can hold.
+// What nodes hold: setting their own text, and binary values, which are base64 text in an element
+// that says so by an attribute.
 #pragma once
 
 #include <string>
 
 #include <tree/Document.h>
+
+#include "NodeHandle.h"
 
 namespace tibxml::com {
 
@@ -17,5 +20,14 @@ void setContent(tree::Document& document, tree::Node* node, std::string_view tex
 // attributes unless that is null. Throws std::bad_alloc and then has changed nothing.
 void setElementText(tree::Document& document, tree::Node* element, std::string_view text,
                     tree::Node* attribute);
+
+// As the calls of IXMLDOMNode with these names; misses are null variants.
+VARIANT dataType(NodeHandle& handle);
+void setDataType(NodeHandle& handle, BSTR name);
+VARIANT typedValue(NodeHandle& handle);
+void setTypedValue(NodeHandle& handle, VARIANT const& value);
+
+// The attribute that annotates a node as binary; null when there is none.
+tree::Node* binaryAnnotation(tree::Document& document, tree::Node const* element) noexcept;
 
 } // namespace tibxml::com

@@ -1,6 +1,8 @@
-#include <com/LiveObjects.h>
+#include <com/Measures.h>
 
 #include <atomic>
+
+#include "NodeHandle.h"
 
 namespace tibxml::com {
 
@@ -20,6 +22,10 @@ LiveObject::LiveObject() noexcept {
 
 LiveObject::~LiveObject() {
     live.fetch_sub(1, std::memory_order_relaxed);
+}
+
+std::size_t footprint(IUnknown* object) {
+    return handleOf(object)->storage().arena().footprint();
 }
 
 } // namespace tibxml::com
