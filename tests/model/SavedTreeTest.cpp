@@ -4,9 +4,9 @@
 // TIBXML_SAVED_TREES sets how many sequences there are; TIBXML_SAVED_TREE_SEED runs one of them.
 
 #include <TibXml/platform/BStr.h>
-#include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/Stream.h>
 #include <TibXml/platform/Variant.h>
+#include <calls/EngineCall.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -126,11 +126,8 @@ private:
     };
 
     void load() {
-        void* object = nullptr;
-        ASSERT_EQ(CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_INPROC_SERVER,
-                                   IID_IXMLDOMDocument3, &object),
-                  S_OK);
-        WXmlDocPtr const engine{static_cast<IXMLDOMDocument3*>(object), false};
+        WXmlDocPtr engine;
+        ASSERT_EQ(tibxml::engine::createObject(CLSID_DOMDocument60, engine), S_OK);
         bool const keepsSpace = chance(4);
         engine->put_preserveWhiteSpace(keepsSpace ? VARIANT_TRUE : VARIANT_FALSE);
         VARIANT_BOOL done = VARIANT_FALSE;

@@ -4,7 +4,7 @@
 
 #include "EngineTest.h"
 
-#include <TibXml/platform/ComRuntime.h>
+#include <calls/EngineCall.h>
 #include <com/Measures.h>
 
 #include <cstdlib>
@@ -23,11 +23,7 @@ int rounds() {
 class Measured {
 public:
     Measured() {
-        void* object = nullptr;
-        EXPECT_EQ(CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_INPROC_SERVER,
-                                   IID_IXMLDOMDocument3, &object),
-                  S_OK);
-        engine_.Attach(static_cast<IXMLDOMDocument3*>(object));
+        EXPECT_EQ(tibxml::engine::createObject(CLSID_DOMDocument60, engine_), S_OK);
         VARIANT_BOOL done = VARIANT_FALSE;
         EXPECT_EQ(engine_->loadXML(_bstr_t{L"<root/>"}, &done), S_OK);
     }

@@ -3,8 +3,8 @@
 #include "SaxRecorder.h"
 #include "TestStreams.h"
 
-#include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/Variant.h>
+#include <calls/EngineCall.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -75,11 +75,8 @@ private:
 
 /// The events of a document by loading it; "refused" when it does not load.
 std::string eventsByLoading(std::string const& bytes) {
-    void* made = nullptr;
-    EXPECT_EQ(
-        CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument3, &made),
-        S_OK);
-    WXmlDocPtr const document{static_cast<IXMLDOMDocument3*>(made), false};
+    WXmlDocPtr document;
+    EXPECT_EQ(tibxml::engine::createObject(CLSID_DOMDocument60, document), S_OK);
     document->put_preserveWhiteSpace(VARIANT_TRUE);
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     document->load(_variant_t{slowStream(bytes, never)}, &isLoaded);

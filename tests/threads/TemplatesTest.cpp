@@ -10,8 +10,8 @@
 #include <TibXml/engine/IXSLTemplate.h>
 #include <TibXml/platform/BStr.h>
 #include <TibXml/platform/ComError.h>
-#include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/Variant.h>
+#include <calls/EngineCall.h>
 
 namespace {
 
@@ -19,14 +19,14 @@ constexpr int threadCount = 4;
 constexpr int rounds = 30;
 
 template <class Interface>
-EnginePtr<Interface> make(CLSID const& classId, IID const& iid) {
-    void* object = nullptr;
-    if (CoCreateInstance(classId, nullptr, CLSCTX_ALL, iid, &object) != S_OK) return {};
-    return EnginePtr<Interface>{static_cast<Interface*>(object), false};
+EnginePtr<Interface> make(CLSID const& classId) {
+    EnginePtr<Interface> object;
+    tibxml::engine::createObject(classId, object);
+    return object;
 }
 
 EnginePtr<IXMLDOMDocument3> documentOf(wchar_t const* xml) {
-    auto document = make<IXMLDOMDocument3>(CLSID_DOMDocument60, IID_IXMLDOMDocument3);
+    auto document = make<IXMLDOMDocument3>(CLSID_DOMDocument60);
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     document->loadXML(_bstr_t{xml}.GetBSTR(), &isLoaded);
     return document;
@@ -49,7 +49,7 @@ std::wstring firstFault(int thread) {
         L"<xsl:message><xsl:value-of select='$v'/></xsl:message><xsl:value-of select='$v div 2'/>"
         L"</xsl:template></xsl:stylesheet>");
     auto const source = documentOf(L"<d/>");
-    auto const compiled = make<IXSLTemplate>(CLSID_XSLTemplate60, IID_IXSLTemplate);
+    auto const compiled = make<IXSLTemplate>(CLSID_XSLTemplate60);
     if (compiled->putref_stylesheet(style) != S_OK) return L"it does not compile";
     EnginePtr<IXSLProcessor> processor;
     if (compiled->createProcessor(processor.GetAddress()) != S_OK) return L"no processor";
