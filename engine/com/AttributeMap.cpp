@@ -6,8 +6,8 @@
 
 #include "DeclarationRules.h"
 #include "Failure.h"
-#include "NodeFactory.h"
 #include "NodeHandle.h"
+#include "NodeOperations.h"
 #include "NodeValue.h"
 #include "Text.h"
 

@@ -45,38 +45,6 @@ void setValue(tree::Document& document, tree::Node* attribute, std::string_view 
     tree::setText(document, attribute, value);
 }
 
-} // namespace
-
-void setElementText(tree::Document& document, tree::Node* element, std::string_view text,
-                    tree::Node* attribute) {
-    tree::Node* const content =
-        text.empty() ? nullptr : tree::newCharacterData(document, tree::NodeKind::text, text);
-    try {
-        document.lifetimes().removeChildren(element, attribute);
-    } catch (...) {
-        if (content != nullptr) tree::destroy(document, content);
-        throw;
-    }
-    if (content != nullptr) tree::appendChild(document, element, content);
-    element->flags &= static_cast<std::uint8_t>(~tree::breakInside);
-}
-
-void setContent(tree::Document& document, tree::Node* node, std::string_view text) {
-    switch (node->kind) {
-    case tree::NodeKind::element:
-        return setElementText(document, node, text, binaryAnnotation(document, node));
-    case tree::NodeKind::attribute: return setValue(document, node, text);
-    case tree::NodeKind::comment: return setComment(document, node, text);
-    case tree::NodeKind::processingInstruction: return setInstruction(document, node, text);
-    case tree::NodeKind::text:
-    case tree::NodeKind::cdata: return tree::setText(document, node, text);
-    case tree::NodeKind::document:
-    case tree::NodeKind::declaration: check(false, "this node has no text of its own to set");
-    }
-}
-
-namespace {
-
 constexpr std::string_view dataTypes = "urn:schemas-microsoft-com:datatypes";
 constexpr std::string_view base64 = "bin.base64";
 constexpr VARTYPE byteArray = VT_ARRAY | VT_UI1;
@@ -158,6 +126,34 @@ std::string encoded(SAFEARRAY* array) {
 }
 
 } // namespace
+
+void setElementText(tree::Document& document, tree::Node* element, std::string_view text,
+                    tree::Node* attribute) {
+    tree::Node* const content =
+        text.empty() ? nullptr : tree::newCharacterData(document, tree::NodeKind::text, text);
+    try {
+        document.lifetimes().removeChildren(element, attribute);
+    } catch (...) {
+        if (content != nullptr) tree::destroy(document, content);
+        throw;
+    }
+    if (content != nullptr) tree::appendChild(document, element, content);
+    element->flags &= static_cast<std::uint8_t>(~tree::breakInside);
+}
+
+void setContent(tree::Document& document, tree::Node* node, std::string_view text) {
+    switch (node->kind) {
+    case tree::NodeKind::element:
+        return setElementText(document, node, text, binaryAnnotation(document, node));
+    case tree::NodeKind::attribute: return setValue(document, node, text);
+    case tree::NodeKind::comment: return setComment(document, node, text);
+    case tree::NodeKind::processingInstruction: return setInstruction(document, node, text);
+    case tree::NodeKind::text:
+    case tree::NodeKind::cdata: return tree::setText(document, node, text);
+    case tree::NodeKind::document:
+    case tree::NodeKind::declaration: check(false, "this node has no text of its own to set");
+    }
+}
 
 VARIANT dataType(NodeHandle& handle) {
     if (isBinary(handle)) return stringVariant(base64);
