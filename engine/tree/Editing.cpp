@@ -141,6 +141,8 @@ Node* newProcessingInstruction(Document& document, Name* target, std::string_vie
 }
 
 void destroy(Document& document, Node* subtree) noexcept {
+    // What was noted about its children must not be taken for that of a new element in its place.
+    if (subtree->firstChild() != nullptr) document.touch();
     NamespaceNodes::forget(document, subtree);
     // Children before parents: every node is left through its next sibling or its parent, which
     // are read before the node goes.

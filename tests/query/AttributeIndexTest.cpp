@@ -207,6 +207,22 @@ TEST(AttributeIndex, holdsLongAndEmptyValues) {
     expectSame(tree, std::wstring(40, L'v'));
 }
 
+// A freed element's place in memory goes to the next one that is made.
+TEST(AttributeIndex, knowsNoNewElementInThePlaceOfAnOldOne) {
+    Tree const tree{"<top>" + numberedItems(200) + "</top>"};
+    tree::Document& document = tree.document();
+    tree::Node* const old = tree.find(L"/top/r");
+    tree::unlink(document, old);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(tree.describe(L"item[@id='150']", old), "item#150");
+    tree::Name* const name = old->name;
+    tree::destroy(document, old);
+    tree::Node* const made = tree::newElement(document, name);
+    ASSERT_EQ(made, old);
+    EXPECT_EQ(tree.describe(L"item[@id='150']", made), "");
+    tree::destroy(document, made);
+}
+
 TEST(AttributeIndex, outlivesNothing) {
     auto const query = compile(L"item[@id='299']", {});
     for (int i = 0; i < 3; ++i) {
