@@ -3,14 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <iconv.h>
 
 #include <TibXml/platform/Utf.h>
 
+namespace tibxml::reader {
+
 // Almost all text is ASCII, and all of these run over it in blocks. The loops over a block have a
 // fixed number of steps and no exit, which is what lets the compiler turn them into vector code.
-namespace tibxml::reader {
 
 namespace {
 
@@ -195,6 +198,60 @@ Converted convertWide(std::wstring_view text, char* out, std::size_t room) noexc
     Converted result = convertUnits<Units<Unit, std::endian::native>>(bytes, out, room);
     result.taken /= sizeof(wchar_t);
     return result;
+}
+
+// The encodings that the system's converter knows.
+
+namespace {
+
+constexpr std::size_t failed = static_cast<std::size_t>(-1);
+
+iconv_t const noConverter = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
+
+class IconvConversion final : public Conversion {
+public:
+    explicit IconvConversion(iconv_t handle) noexcept : handle_{handle} {}
+
+    ~IconvConversion() override { iconv_close(handle_); }
+
+    Converted convert(std::string_view bytes, char* out, std::size_t room) noexcept override {
+        // The interface asks for a pointer to characters that it never changes.
+        char* in = const_cast<char*>(bytes.data()); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+        std::size_t left = bytes.size();
+        std::size_t const before = room;
+        std::size_t const result = iconv(handle_, &in, &left, &out, &room);
+        return {bytes.size() - left, before - room, stopFor(result, errno, left)};
+    }
+
+    std::size_t finish(char* out, std::size_t room) noexcept override {
+        std::size_t const before = room;
+        iconv(handle_, nullptr, nullptr, &out, &room);
+        return before - room;
+    }
+
+private:
+    static Converted::Stop stopFor(std::size_t result, int reason, std::size_t left) noexcept {
+        if (result != failed && left == 0) return Converted::Stop::needsInput;
+        if (result == failed && reason == EINVAL) return Converted::Stop::needsInput;
+        if (result == failed && reason == E2BIG) return Converted::Stop::needsRoom;
+        return Converted::Stop::invalid;
+    }
+
+    iconv_t handle_;
+};
+
+} // namespace
+
+std::unique_ptr<Conversion> conversionFrom(std::string const& name) {
+    iconv_t const handle = iconv_open("UTF-8", name.c_str());
+    if (handle == noConverter && errno == ENOMEM) throw std::bad_alloc{};
+    if (handle == noConverter) return nullptr;
+    try {
+        return std::make_unique<IconvConversion>(handle);
+    } catch (...) {
+        iconv_close(handle);
+        throw;
+    }
 }
 
 } // namespace tibxml::reader

@@ -6,7 +6,7 @@
 #include <TibXml/platform/Utf.h>
 #include <tree/Text.h>
 
-#include "Failure.h"
+#include "Messages.h"
 
 namespace tibxml::reader {
 
@@ -128,7 +128,7 @@ void Grammar::checkTarget(std::string_view target) const {
         fail(Message::instructionNamedXml, target.data(), {target});
 }
 
-// Before text is let go: the lines of open elements are told in messages.
+// Before text is let go: messages name the lines of open elements.
 void Grammar::noteLines() {
     for (std::size_t i = depth_; i != 0 && open_[i - 1].line == 0; --i)
         open_[i - 1].line = -1;

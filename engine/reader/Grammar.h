@@ -1,5 +1,5 @@
 // What the parser keeps while it goes through a document, and the parts of the grammar that do not
-// depend on who is told: where tokens end, what a document is refused for, what names mean.
+// depend on the consumer: where tokens end, what a document is refused for, what names mean.
 #pragma once
 
 #include <array>
@@ -11,7 +11,6 @@
 #include <reader/ReadError.h>
 
 #include "Names.h"
-#include "NamespaceScopes.h"
 #include "Tags.h"
 #include "Window.h"
 #include <reader/CharacterScan.h>
@@ -26,12 +25,12 @@ public:
     Grammar(Grammar const&) = delete;
     Grammar& operator=(Grammar const&) = delete;
 
-    // Up to where what is told reaches.
+    // The end of what the consumer has got.
     char const* here() const noexcept { return here_; }
 
 protected:
     // Rules take the place of their token. They return the place after it, or null, with nothing
-    // told yet, when the window ends before the token does.
+    // given to the consumer yet, if the window ends before the token does.
 
     struct OpenElement {
         QualifiedName const* name;

@@ -4,7 +4,7 @@
 //
 // A name's namespace depends on the place. Prefixes are records that say what they stand for now;
 // a name remembers what its prefix stood for last and which name of the consumer that made, so that
-// one comparison tells whether it still holds.
+// one comparison shows whether it still holds.
 #pragma once
 
 #include <cstddef>
@@ -16,10 +16,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include <reader/Simd.h>
 #include <tree/Arena.h>
 #include <tree/Name.h>
-
-#include <reader/Simd.h>
 
 namespace tibxml::reader {
 
@@ -190,5 +189,36 @@ private:
 // Where a text stops being a name without colon: its end, or the first character that does not
 // belong there.
 char const* findNameFault(char const* p, char const* end) noexcept;
+
+// The namespace declarations in force: each makes a prefix stand for something, and the end of its
+// element brings back what was before.
+
+class NamespaceScopes {
+public:
+    explicit NamespaceScopes(Names& names) noexcept : names_{names} {}
+
+    // What the attribute `name`, at `at`, declares on an element that so many others are open
+    // around. Throws std::bad_alloc, and ParseFailure for what Namespaces in XML does not allow.
+    void declare(QualifiedName const& name, std::string_view value, char const* at,
+                 std::size_t depth);
+
+    // Ends the declarations of an element that so many others are open around.
+    void end(std::size_t depth) noexcept {
+        while (!bindings_.empty() && bindings_.back().depth == depth)
+            endLast();
+    }
+
+private:
+    struct Binding {
+        Prefix* prefix;
+        Uri* before;
+        std::size_t depth;
+    };
+
+    void endLast() noexcept;
+
+    Names& names_;
+    std::vector<Binding> bindings_;
+};
 
 } // namespace tibxml::reader

@@ -1,6 +1,6 @@
 // The parser: XML 1.0 with namespaces, strict, in one pass and without recursion.
 //
-// It is a template over who is told, so that building a tree or counting costs no call through a
+// It is a template over its consumer, so that building a tree or counting costs no call through a
 // pointer. A consumer has these functions; texts are valid during the call only, and what it throws
 // leaves the parser. After every text but those of references and names a block may be loaded.
 //
@@ -23,8 +23,8 @@
 #include <tree/Text.h>
 
 #include "Declaration.h"
-#include "Failure.h"
 #include "Grammar.h"
+#include "Messages.h"
 #include "References.h"
 
 namespace tibxml::reader {

@@ -2,7 +2,7 @@
 
 #include <tree/Text.h>
 
-#include "Failure.h"
+#include "Messages.h"
 #include <reader/CharacterScan.h>
 
 namespace tibxml::reader {

@@ -7,7 +7,7 @@
 
 #include <TibXml/platform/Utf.h>
 
-#include "Failure.h"
+#include "Messages.h"
 #include "References.h"
 #include <reader/CharacterScan.h>
 

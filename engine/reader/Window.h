@@ -2,7 +2,7 @@
 // filled again and again.
 //
 // The parser reads tokens from begin() to end(). When a token reaches beyond end(), refill() moves
-// what there is of it to the front of the buffer, gets more behind it, and the token is read again
+// what there is of it to the front of the buffer, reads more after it, and the token is read again
 // from its start. So the grammar knows nothing of buffers, and memory is bounded by the longest
 // token. After end() there are always blockSize bytes that may be loaded, but mean nothing: loops
 // over blocks need no check for their last one. A text in memory is therefore looked at in place
@@ -13,11 +13,22 @@
 #include <memory>
 #include <string_view>
 
-#include <reader/Utf8Source.h>
-
-#include "Place.h"
+#include <reader/Decoder.h>
 
 namespace tibxml::reader {
+
+// Where in a document something stands, for people: counted from 1, columns in characters. CR, LF
+// and CR LF end a line.
+struct Place {
+    long line = 1;
+    long column = 1;
+};
+
+// Where one comes to from a place over a text, which does not begin between CR and LF.
+Place advance(Place from, std::string_view text) noexcept;
+
+// The line around an offset, without its end; the kilobytes around the offset when it is very long.
+std::string_view lineAround(std::string_view text, std::size_t offset) noexcept;
 
 class Window {
 public:

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include <reader/Utf8Source.h>
+#include <reader/Decoder.h>
 
 namespace tibxml::reader::test {
 

@@ -76,7 +76,7 @@ unsigned countPlainCharacters(Block block, unsigned count) noexcept {
     return isCut ? static_cast<unsigned>(std::bit_width(leads)) - 1 : count;
 }
 
-// Where `stops`, of a block, first tells a byte of ASCII, or where a character is wrong.
+// Where `stops`, of a block, first has a byte of ASCII, or where a character is wrong.
 template <class Block, class Stops>
 [[gnu::noinline]] char const* scanFarTo(char const* p, char const* end, Stops stops) noexcept {
     while (p < end) {
