@@ -11,8 +11,8 @@
 #include <TibXml/engine/IXMLDOMDocument.h>
 #include <TibXml/platform/BStr.h>
 #include <TibXml/platform/ComError.h>
-#include <TibXml/platform/ComRuntime.h>
 #include <TibXml/platform/Utf.h>
+#include <calls/EngineCall.h>
 #include <com/Measures.h>
 
 namespace tibxml::com::test {
@@ -99,14 +99,18 @@ Ptr<Interface> as(Object* object) {
     return other;
 }
 
+/// A new object of a class, which must be there.
+template <class Interface>
+Ptr<Interface> newObject(CLSID const& classId) {
+    EnginePtr<Interface> made;
+    EXPECT_EQ(tibxml::engine::createObject(classId, made), S_OK);
+    Ptr<Interface> object;
+    *object.out() = made.Detach();
+    return object;
+}
+
 inline Document newDocument() {
-    Document document;
-    void* object = nullptr;
-    EXPECT_EQ(CoCreateInstance(CLSID_DOMDocument60, nullptr, CLSCTX_INPROC_SERVER,
-                               IID_IXMLDOMDocument3, &object),
-              S_OK);
-    *document.out() = static_cast<IXMLDOMDocument3*>(object);
-    return document;
+    return newObject<IXMLDOMDocument3>(CLSID_DOMDocument60);
 }
 
 inline bool loadText(IXMLDOMDocument* document, wchar_t const* xml) {

@@ -121,13 +121,7 @@ private:
 };
 
 Reader newReader() {
-    Reader reader;
-    void* object = nullptr;
-    EXPECT_EQ(
-        CoCreateInstance(CLSID_SAXXMLReader60, nullptr, CLSCTX_ALL, IID_ISAXXMLReader, &object),
-        S_OK);
-    *reader.out() = static_cast<ISAXXMLReader*>(object);
-    return reader;
+    return newObject<ISAXXMLReader>(CLSID_SAXXMLReader60);
 }
 
 } // namespace

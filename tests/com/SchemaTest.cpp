@@ -20,13 +20,7 @@ wchar_t const* const otherSchema =
     L"" XSD "targetNamespace='urn:t'><xs:element name='a' type='xs:int'/></xs:schema>";
 
 Schemas newSchemas() {
-    Ptr<IUnknown> object;
-    void* made = nullptr;
-    EXPECT_EQ(CoCreateInstance(CLSID_XMLSchemaCache60, nullptr, CLSCTX_ALL, IID_IUnknown, &made),
-              S_OK);
-    *object.out() = static_cast<IUnknown*>(made);
-    EXPECT_EQ(OleRun(object), S_OK);
-    return as<IXMLDOMSchemaCollection2>(object.get());
+    return newObject<IXMLDOMSchemaCollection2>(CLSID_XMLSchemaCache60);
 }
 
 HRESULT add(IXMLDOMSchemaCollection2* schemas, wchar_t const* uri, wchar_t const* schema) {

@@ -18,13 +18,7 @@ using Template = Ptr<IXSLTemplate>;
 using Processor = Ptr<IXSLProcessor>;
 
 Template newTemplate() {
-    Template made;
-    void* object = nullptr;
-    EXPECT_EQ(CoCreateInstance(CLSID_XSLTemplate60, nullptr, CLSCTX_INPROC_SERVER, IID_IXSLTemplate,
-                               &object),
-              S_OK);
-    *made.out() = static_cast<IXSLTemplate*>(object);
-    return made;
+    return newObject<IXSLTemplate>(CLSID_XSLTemplate60);
 }
 
 Document sheet(std::wstring const& content) {
