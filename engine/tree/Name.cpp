@@ -14,16 +14,19 @@ namespace {
 
 constexpr std::size_t firstBucketCount = 16;
 
-// FNV-1a over the expanded name; names that differ in prefix alone share a bucket on purpose, so
-// that one walk finds both the record and the one that stands for its expanded name.
+// FNV-1a over all three: a document may have one local name in a hundred thousand namespaces, or
+// under as many prefixes.
 template <class Character>
-std::uint32_t hashOf(std::basic_string_view<Character> local, std::string_view uri) noexcept {
+std::uint32_t hashOf(std::string_view prefix, std::basic_string_view<Character> local,
+                     std::string_view uri) noexcept {
     std::uint32_t hash = 2166136261U;
-    for (Character const c : local)
-        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-    // All of it: a document may have one local name in a hundred thousand namespaces.
-    for (char const c : uri)
-        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    auto const add = [&hash](auto text) {
+        for (auto const c : text)
+            hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    };
+    add(local);
+    add(uri);
+    add(prefix);
     return hash ^ (hash >> 15);
 }
 
@@ -58,18 +61,25 @@ NameTable::~NameTable() {
 }
 
 Name* NameTable::intern(std::string_view prefix, std::string_view local, std::string_view uri) {
-    std::uint32_t const hash = hashOf(local, uri);
-    if (bucketCount_ != 0) {
-        for (Name* n = buckets_[hash & (bucketCount_ - 1)]; n != nullptr; n = n->nextInBucket) {
-            if (n->hash == hash && n->local == local && n->uri == uri && n->prefix == prefix)
-                return n;
-        }
-    }
-    return make(prefix, local, uri, hash);
+    std::uint32_t const hash = hashOf(prefix, local, uri);
+    if (Name* const known = find(prefix, local, uri, hash)) return known;
+    // The record without prefix stands for all, so it is there whenever another one is.
+    Name const* const standing = prefix.empty() ? nullptr : intern({}, local, uri);
+    return make(prefix, local, uri, hash, standing);
+}
+
+Name* NameTable::find(std::string_view prefix, std::string_view local, std::string_view uri,
+                      std::uint32_t hash) const noexcept {
+    if (bucketCount_ == 0) return nullptr;
+    Name* n = buckets_[hash & (bucketCount_ - 1)];
+    while (n != nullptr &&
+           !(n->hash == hash && n->local == local && n->uri == uri && n->prefix == prefix))
+        n = n->nextInBucket;
+    return n;
 }
 
 Name* NameTable::make(std::string_view prefix, std::string_view local, std::string_view uri,
-                      std::uint32_t hash) {
+                      std::uint32_t hash, Name const* standing) {
     if (size_ >= bucketCount_) grow();
     auto* name = new (arena_.newPermanent(sizeof(Name), alignof(Name))) Name{};
     if (prefix.empty()) {
@@ -87,7 +97,6 @@ Name* NameTable::make(std::string_view prefix, std::string_view local, std::stri
     name->uri = store(arena_, uri);
     name->hash = hash;
     name->declaresNamespace = declaresNamespace(prefix, local);
-    Name const* standing = findExpanded(local, uri);
     name->expanded = standing != nullptr ? standing : name;
     Name*& bucket = buckets_[hash & (bucketCount_ - 1)];
     name->nextInBucket = bucket;
@@ -98,7 +107,7 @@ Name* NameTable::make(std::string_view prefix, std::string_view local, std::stri
 
 Name* NameTable::findPlain(std::wstring_view name) const noexcept {
     if (bucketCount_ == 0) return nullptr;
-    std::uint32_t const hash = hashOf(name, {});
+    std::uint32_t const hash = hashOf({}, name, {});
     Name* n = buckets_[hash & (bucketCount_ - 1)];
     while (n != nullptr && !(n->hash == hash && isPlain(*n) && equalsAscii(n->local, name)))
         n = n->nextInBucket;
@@ -106,12 +115,7 @@ Name* NameTable::findPlain(std::wstring_view name) const noexcept {
 }
 
 Name const* NameTable::findExpanded(std::string_view local, std::string_view uri) const noexcept {
-    if (bucketCount_ == 0) return nullptr;
-    std::uint32_t const hash = hashOf(local, uri);
-    for (Name* n = buckets_[hash & (bucketCount_ - 1)]; n != nullptr; n = n->nextInBucket) {
-        if (n->hash == hash && n->local == local && n->uri == uri) return n->expanded;
-    }
-    return nullptr;
+    return find({}, local, uri, hashOf({}, local, uri));
 }
 
 void NameTable::grow() {

@@ -19,7 +19,7 @@ struct Name {
     std::string_view local;
     std::string_view uri;
     std::string_view qualified; // prefix:local, or local alone
-    Name const* expanded;       // one record stands for all with the same local name and namespace
+    Name const* expanded;       // the record without prefix, which stands for all of a namespace
     wchar_t const* wide;        // the qualified name, made on first use by NameTable::wideForm
     std::uint32_t wideLength;
     std::uint32_t hash;
@@ -54,8 +54,10 @@ public:
     std::size_t size() const noexcept { return size_; }
 
 private:
+    Name* find(std::string_view prefix, std::string_view local, std::string_view uri,
+               std::uint32_t hash) const noexcept;
     Name* make(std::string_view prefix, std::string_view local, std::string_view uri,
-               std::uint32_t hash);
+               std::uint32_t hash, Name const* standing);
     void grow();
 
     Arena& arena_;
