@@ -74,8 +74,14 @@ char asciiAt(char const* bytes, Encoding encoding) noexcept {
     return static_cast<unsigned char>(bytes[place]) < 0x80 ? bytes[place] : '\0';
 }
 
-// The units at the front as ASCII, at most so many and none after a '>'.
+// The units at the front as ASCII, at most so many and none after a '>'. What is not ASCII is no
+// part of a declaration, so it may be anything else that is not.
 std::string asciiText(std::string_view bytes, Encoding encoding, std::size_t limit) {
+    if (encoding == Encoding::utf8) {
+        bytes = bytes.substr(0, limit);
+        std::size_t const end = bytes.find('>');
+        return std::string{end == std::string_view::npos ? bytes : bytes.substr(0, end + 1)};
+    }
     std::size_t const size = unitSize(encoding);
     std::string text;
     for (; bytes.size() >= size && text.size() != limit; bytes.remove_prefix(size)) {
