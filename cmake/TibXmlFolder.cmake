@@ -18,7 +18,7 @@ function(tibxml_folder name)
   endforeach()
   target_link_libraries(tibxml_${name} PRIVATE tibxml_build_options ${arg_PACKAGES})
   set_property(GLOBAL APPEND PROPERTY TIBXML_OBJECT_FOLDERS tibxml_${name})
-  # Objects carry no link lines: whoever links them all links their packages too.
+  # Objects carry no link lines: what links them all links their packages too.
   set_property(GLOBAL APPEND PROPERTY TIBXML_FOLDER_PACKAGES ${arg_PACKAGES})
 endfunction()
 

@@ -52,7 +52,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/TibXmlConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/TibXmlConfig.cmake
               ${PROJECT_BINARY_DIR}/TibXmlConfigVersion.cmake DESTINATION ${package_directory})
 
-# Callers by pkg-config. The prefix is told relative to the file, so that the tree can be moved.
+# Callers by pkg-config. The prefix is given relative to the file, so that the tree can be moved.
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
            BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig OUTPUT_VARIABLE prefix_from_file)
 configure_file(cmake/TibXml.pc.in ${PROJECT_BINARY_DIR}/TibXml.pc @ONLY)

@@ -18,7 +18,7 @@ std::unique_ptr<WXmlNode> find(WXmlDoc const& document, WXPath const& path) {
 }
 
 /// A copy of a node that belongs to a document without being in its tree: below an element that
-/// nobody else knows.
+/// of its own.
 std::unique_ptr<WXmlNode> detachedCopy(WXmlDoc const& document, WXmlNode const& node) {
     auto copy = std::make_unique<WXmlNode>(node.Clone(true));
     WXmlNode holder = document.CreateNode(node.GetParentNode().GetName(), nullptr);

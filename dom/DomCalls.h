@@ -38,7 +38,7 @@ template <class Document>
 WXmlNodePtr newElement(EnginePtr<Document> const& document, engine::EngineString const& name,
                        wchar_t const* namespaceURI) {
     WXmlNodePtr element;
-    // Null is no namespace.
+    // Null means no namespace.
     engine::EngineString const space{namespaceURI != nullptr ? namespaceURI : L""};
     engine::invoke(document, &IXMLDOMDocument::createNode, elementType, name.get(), space.get(),
                    element.GetAddress());

@@ -103,7 +103,7 @@ void WXmlDoc::ReleaseDocument() noexcept {
     try {
         slot.Release();
     } catch (...) {
-        // A document that does not let go is kept: there is nobody to tell.
+        // A document that does not let go is kept: there is no way to report it.
         return;
     }
 }

@@ -21,7 +21,7 @@ using tibxml::engine::valueFrom;
 
 namespace {
 
-/// Null for what has no identity: no node, or one that does not tell.
+/// Null for what has no identity: no node, or one that does not give it.
 IUnknown* identityOf(IUnknown* node) noexcept {
     return tibxml::engine::quietly(static_cast<IUnknown*>(nullptr), [node] {
         IUnknown* identity = nullptr;
@@ -122,7 +122,7 @@ void WXmlNode::GetAttributes(std::vector<CString>& names) const {
     AttributeMap attributes;
     if (FAILED(node->get_attributes(attributes.GetAddress()))) return;
     LONG length = 0;
-    // Only elements have a map; calling the empty one is what tells the caller.
+    // Only elements have a map; calling the empty one reports that.
     if (FAILED(attributes->get_length(&length))) return;
     for (LONG index = 0; index < length; ++index) {
         appendName(attributes, index, names);

@@ -106,7 +106,7 @@ std::vector<CString> namesOfAttributes(WXmlNode const& node) {
     LONG length = 0;
     if (!requireMemory(NodeAccess::pointerOf(node)->get_attributes(attributes.GetAddress())))
         return names;
-    // Only elements have a map; calling the empty one is what tells the caller.
+    // Only elements have a map; calling the empty one reports that.
     if (!requireMemory(attributes->get_length(&length))) return names;
     for (LONG index = 0; index < length; ++index)
         addName(attributes, index, names);

@@ -73,8 +73,8 @@ void WXmlSaxImpl::RethrowException() {
     if (exception_) std::rethrow_exception(std::exchange(exception_, nullptr));
 }
 
-/// No exception may pass through the engine: the parse is stopped instead, and whoever started it
-/// gets the exception afterwards.
+/// No exception may pass through the engine: the parse is stopped instead, and the code that
+/// started it gets the exception afterwards.
 template <class Action>
 HRESULT WXmlSaxImpl::Guarded(Action action) noexcept {
     try {

@@ -48,7 +48,7 @@ std::string reasonIn(std::string message) {
            (rest > read && rest != std::string::npos ? message.substr(rest + 1) : "");
 }
 
-/// Where the peer has come to, which it does not tell while all is well.
+/// Where the peer has come to, which it does not give while all is well.
 class Position {
 public:
     using iterator_category = std::input_iterator_tag;

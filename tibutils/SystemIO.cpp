@@ -41,7 +41,7 @@ std::optional<std::string> fileNamedBy(wchar_t const* path) {
     return path == nullptr ? std::nullopt : systemPath(path);
 }
 
-// O_NONBLOCK keeps a named pipe which nobody reads from stopping the caller for ever.
+// O_NONBLOCK keeps a named pipe without a reader from stopping the caller for ever.
 int openForWriting(char const* path) {
     constexpr int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
     constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
@@ -89,7 +89,7 @@ namespace TibUtils::SystemIO::Path {
 namespace {
 
 // What a part of the name is when it is given, or else; nothing when it would lead out of the
-// directory or is no name at all.
+// directory or is not a name at all.
 std::optional<std::string> partOfName(wchar_t const* part, std::string_view otherwise) {
     if (part == nullptr) {
         return std::string(otherwise);
@@ -108,7 +108,7 @@ std::filesystem::path temporaryDirectory() {
 }
 
 // Absolute, so that the file's path stays good when the current directory changes. Empty when there
-// is no such directory, or none whose name a wide string can tell.
+// is no such directory, or none whose name a wide string can hold.
 std::filesystem::path placeOf(wchar_t const* directory) {
     bool const given = directory != nullptr && *directory != L'\0';
     auto const path =
@@ -121,8 +121,8 @@ std::filesystem::path placeOf(wchar_t const* directory) {
 }
 
 // The system chooses the letters, makes the file so that only its owner may use it, and takes other
-// letters as long as somebody was faster. The path of the file, or an empty string. Without memory
-// to tell the path there is no file.
+// letters as long as another process was faster. The path of the file, or an empty string. Without
+// memory to return the path there is no file.
 CString makeFile(std::string const& begin, std::string const& end) {
     std::string path = begin + "XXXXXX" + end;
     int const descriptor = ::mkostemps(path.data(), static_cast<int>(end.size()), O_CLOEXEC);

@@ -126,7 +126,7 @@ TibUtils::optional<__int64> parseInt64(std::wstring_view text) noexcept {
 
 TibUtils::optional<double> parseDouble(std::wstring_view text) noexcept {
     double const number = _wtof(text.data());
-    // The conversion gives zero for what is no number, too: a "0" in front tells that it is one.
+    // The conversion gives zero for what is not a number, too: a "0" in front shows that it is one.
     if (number == 0.0 && text.substr(0, 1) != L"0") return {};
     return number;
 }

@@ -127,7 +127,7 @@ VARIANT borrowed(EngineString const& text) noexcept {
 }
 
 /// Gives an element's attribute a text in one call, which most writes are. False when that did not
-/// work out for whatever reason: going step by step tells which.
+/// work out for whatever reason: going step by step shows which.
 bool setAttribute(WXmlNodePtr const& node, EngineString const& name, EngineString const& text) {
     return quietly(false, [&] {
         auto const element = interfaceOf<IXMLDOMElement>(node);

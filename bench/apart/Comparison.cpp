@@ -64,7 +64,7 @@ void addLoads(std::vector<Comparison>& all, std::string const& document) {
                           {isShort ? 0 : 0.9, 0}));
 }
 
-// The text tells whether there is a byte for each character.
+// The text shows whether there is a byte for each character.
 template <ContenderPtr (*make)(std::string const&, Letters)>
 Contestant streamingBy(char const* library, double atMost = 0) {
     return {library,

@@ -10,7 +10,7 @@ namespace bench {
 // Each one reads the file piece by piece and counts elements, their ends, attributes, and the
 // characters of their values, of names and of text, by functions that it is called back with. Wide
 // characters for TibXml, bytes for the others: the same numbers for a file in ASCII, and otherwise
-// the characters are no part of the answer.
+// the characters are not part of the answer.
 enum class Letters { ascii, any };
 
 ContenderPtr tibxmlSax(std::string const& path, Letters letters);

@@ -77,7 +77,7 @@ public:
 
     bool needsRestoring() const override { return true; }
 
-    // A copy is made in memory that is not used yet, whatever others have left behind.
+    // A copy is made in memory that is not used yet, whatever others have left there.
     void restore() override {
         clone_ = WXmlDoc{};
         returnFreeMemory();

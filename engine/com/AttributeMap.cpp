@@ -41,7 +41,7 @@ tree::Node* AttributeMap::find(BSTR name) const {
     if (tree::Name const* const plain = element_.storage().names().findPlain(wide))
         return tree::findAttribute(element_.node(), plain->expanded);
     XmlText const qualified{wide};
-    // What XML cannot hold is nobody's name.
+    // What XML cannot hold is not a name.
     return qualified.isValid() ? tree::findAttribute(element_.node(), qualified.view()) : nullptr;
 }
 
@@ -64,7 +64,7 @@ HRESULT AttributeMap::setNamedItem(IXMLDOMNode* attribute, IXMLDOMNode** result)
 void AttributeMap::attach(NodeHandle& handle) {
     tree::Document& document = element_.storage();
     if (!handle.node()->is(tree::NodeKind::attribute))
-        throw Failure{E_FAIL, "the node is no attribute"};
+        throw Failure{E_FAIL, "the node is not an attribute"};
     if (tree::isNamespaceNode(handle.node()))
         throw Failure{E_FAIL, "a node of the namespace axis cannot be set"};
     if (handle.node()->parent == element_.node()) return;

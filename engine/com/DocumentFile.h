@@ -10,7 +10,7 @@
 namespace tibxml::com {
 
 // Writes a document to a file, which holds either its old content or the whole new one, whatever
-// happens, and keeps its permissions. What is no regular file (a device, a pipe) is written in
+// happens, and keeps its permissions. What is not a regular file (a device, a pipe) is written in
 // place. Throws Failure with the code of the system's error, and output::EncodingError.
 void saveToFile(tree::Document const& document, std::string const& path);
 

@@ -181,7 +181,7 @@ HRESULT DocumentObject::put_preserveWhiteSpace(VARIANT_BOOL preserves) noexcept 
 }
 
 void DocumentObject::setNamespaces(VARIANT const& value) {
-    namespaces_ = {}; // no prefix may mean what nobody declared, if the new ones are refused
+    namespaces_ = {}; // no prefix may mean what is not declared, if the new ones are refused
     namespaces_ = query::Namespaces::parse(viewOf(stringIn(value, E_FAIL)));
 }
 

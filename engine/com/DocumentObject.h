@@ -68,7 +68,7 @@ public:
     HRESULT getProperty(BSTR name, VARIANT* value) noexcept override;
     HRESULT importNode(IXMLDOMNode* node, VARIANT_BOOL deep, IXMLDOMNode** copy) noexcept override;
 
-    // Replaces the content by a tree that nobody else refers to; the document stays the same
+    // Replaces the content by a tree that nothing else refers to; the document stays the same
     // object, and the old nodes live on as far as handles refer to them. Throws std::bad_alloc
     // before anything changed.
     void replaceContent(tree::DocumentRef const& fresh);

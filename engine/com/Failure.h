@@ -19,7 +19,7 @@ private:
     HRESULT code_;
 };
 
-// Turns the exception that is being handled into a result code and leaves its words behind as the
+// Turns the exception that is being handled into a result code and leaves its words as the
 // thread's error information for the interface.
 HRESULT reportException(REFIID iid) noexcept;
 

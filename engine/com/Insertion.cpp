@@ -51,7 +51,7 @@ void checkTopLevel(tree::Node const* document, tree::Node const* child, tree::No
           "nothing can stand before the XML declaration");
 }
 
-// Most nodes that are put somewhere have no children: then nobody has to climb to the top.
+// Most nodes that are put somewhere have no children: then there is no climb to the top.
 bool isWithin(tree::Node const* node, tree::Node const* ancestor) noexcept {
     return ancestor->firstChild() == nullptr ? node == ancestor : tree::isInSubtree(node, ancestor);
 }
@@ -96,7 +96,7 @@ void insertChild(NodeHandle& parent, NodeHandle& child, NodeHandle const* before
     tree::Node* const reference = before != nullptr ? before->node() : nullptr;
     if (reference != nullptr &&
         (reference->parent != parent.node() || reference->is(NodeKind::attribute)))
-        refuse(parent, *before, "the reference is no child of the node");
+        refuse(parent, *before, "the reference is not a child of the node");
     if (reference == child.node()) return;
     checkPlace(parent.node(), child.node(), reference);
     place(parent, child, nameBelow(parent, child), reference);
@@ -105,7 +105,7 @@ void insertChild(NodeHandle& parent, NodeHandle& child, NodeHandle const* before
 void removeChild(NodeHandle& parent, NodeHandle& child) {
     tree::Node* const node = child.node();
     if (node->parent != parent.node() || node->is(NodeKind::attribute))
-        refuse(parent, child, "the node is no child of this one");
+        refuse(parent, child, "the node is not a child of this one");
     parent.storage().lifetimes().remove(node);
 }
 

@@ -7,11 +7,11 @@ namespace tibxml::com {
 
 // Puts a node into a parent's child list, in front of `before`, a child of that parent, or last
 // when that is null. It leaves its old place, and its document if that is another one. Throws
-// Failure with E_INVALIDARG when `before` is no child of the parent and E_FAIL for what cannot
+// Failure with E_INVALIDARG when `before` is not a child of the parent and E_FAIL for what cannot
 // stand there.
 void insertChild(NodeHandle& parent, NodeHandle& child, NodeHandle const* before);
 
-// Throws Failure (E_INVALIDARG) for what is no child of the parent.
+// Throws Failure (E_INVALIDARG) for what is not a child of the parent.
 void removeChild(NodeHandle& parent, NodeHandle& child);
 
 // Puts an element into the place of a document's root.

@@ -40,7 +40,7 @@ void NodeHandle::moveTo(DocumentObject& owner, tree::Document& storage, tree::No
 ComPtr<NodeHandle> handleOf(IUnknown* object) {
     void* handle = nullptr;
     if (object == nullptr || FAILED(object->QueryInterface(IID_NodeHandle, &handle)))
-        throw Failure{E_INVALIDARG, "the object is no node of this engine"};
+        throw Failure{E_INVALIDARG, "the object is not a node of this engine"};
     return ComPtr<NodeHandle>::adopt(static_cast<NodeHandle*>(handle));
 }
 

@@ -68,7 +68,7 @@ inline IXMLDOMNode* wrapBeside(NodeHandle& handle, tree::Node* node) {
     return wrap(handle.owner(), handle.storage(), node);
 }
 
-// The node of this engine behind an object that a caller passes. Throws Failure (E_INVALIDARG) for
+// The node of this engine that an object of a caller's is. Throws Failure (E_INVALIDARG) for
 // null and for any other object.
 ComPtr<NodeHandle> handleOf(IUnknown* object);
 

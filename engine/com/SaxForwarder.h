@@ -70,7 +70,7 @@ private:
     std::wstring source_;
 };
 
-// Tells a handler what the reader tells.
+// Hands to a handler what the reader reports.
 
 // The attributes of one element after the other, as a handler sees them. One object for a whole
 // parse: what it shows is replaced for each element.
@@ -124,7 +124,7 @@ private:
 
 class SaxForwarder final : public reader::SaxEvents {
 public:
-    // The handler may be null: then nobody is told. Throws std::bad_alloc.
+    // The handler may be null: then nothing is reported. Throws std::bad_alloc.
     SaxForwarder(ComPtr<ISAXContentHandler> handler, ComPtr<SaxLocator> locator);
 
     // The failing code with which the handler stopped the reading, or else a success.

@@ -34,7 +34,7 @@ constexpr Feature features[] = {
     {L"schema-validation", false},
 };
 
-// Whether the reader has a feature; nothing for one that it does not know. Null is no name.
+// Whether the reader has a feature; nothing for one that it does not know. Null is not a name.
 std::optional<bool> saxFeature(wchar_t const* name) noexcept {
     if (name == nullptr) return {};
     auto const* const found =

@@ -23,7 +23,7 @@ namespace tibxml::com {
 
 class SchemaCache;
 
-// An interface of every schema collection of this engine, and of nobody else's.
+// An interface of every schema collection of this engine, and of no other.
 class SchemaCacheHandle : public IUnknown {
 public:
     virtual SchemaCache& cache() noexcept = 0;
@@ -46,7 +46,7 @@ public:
     // What CoCreateInstance calls.
     static HRESULT create(REFIID iid, void** object) noexcept;
 
-    // The collection behind an object that a caller passes. Throws Failure (E_INVALIDARG) for null
+    // The collection that an object is that a caller passes. Throws Failure (E_INVALIDARG) for null
     // and for any other object.
     static ComPtr<SchemaCache> behind(IUnknown* object);
 

@@ -71,7 +71,7 @@ ComPtr<NodeHandle> loaded(VARIANT const& stream) {
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     HRESULT const result = document->load(stream, &isLoaded);
     if (FAILED(result)) throw Failure{result, "the input cannot be read"};
-    if (isLoaded == VARIANT_FALSE) throw Failure{E_FAIL, "the input is no document"};
+    if (isLoaded == VARIANT_FALSE) throw Failure{E_FAIL, "the input is not a document"};
     return handle;
 }
 
@@ -92,7 +92,7 @@ transform::ExpandedName nameIn(BSTR local, BSTR uri) {
     std::wstring_view const name = viewOf(local);
     bool const isName = !name.empty() && tree::isNameStart(name.front()) &&
                         std::all_of(name.begin(), name.end(), tree::isNamePart);
-    if (!isName) throw Failure{E_INVALIDARG, "that is no name without a prefix"};
+    if (!isName) throw Failure{E_INVALIDARG, "that is not a name without a prefix"};
     return {utf8Of(local), utf8Of(uri)};
 }
 

@@ -9,7 +9,7 @@ namespace tibxml::com {
 
 DocumentObject& documentOf(NodeHandle const& handle) {
     if (!handle.node()->is(tree::NodeKind::document))
-        throw Failure{E_INVALIDARG, "the object is no document"};
+        throw Failure{E_INVALIDARG, "the object is not a document"};
     return handle.owner();
 }
 

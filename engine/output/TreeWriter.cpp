@@ -78,7 +78,7 @@ void TreeWriter::writeLeaf(Node const& node) {
         out_.quoted(node);
         break;
     case NodeKind::element:
-    case NodeKind::document: break; // they have children and are no leaves
+    case NodeKind::document: break; // they have children and are not leaves
     }
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 // Asks for memory before a walk over a long run of siblings and their attributes comes to it.
 // Nodes that were read one after the other lie evenly in memory, so the distance to the next
-// sibling tells where later ones will be. Worth about a quarter of the time where each attribute is
+// sibling shows where later ones will be. Worth about a quarter of the time where each attribute is
 // looked at; walks that look at the siblings alone gain nothing measurable and do without.
 class FetchAhead {
 public:

@@ -36,7 +36,7 @@
 namespace tibxml::query {
 
 /// `expanded` is a record that stands for an expanded name, or null. Returns null when there is no
-/// such attribute and for nodes that are no elements.
+/// such attribute and for nodes that are not elements.
 inline tree::Node* attributeNamed(tree::Node const* element, tree::Name const* expanded) noexcept {
     for (tree::Node* a = element->firstAttribute(); a != nullptr; a = a->next)
         if (a->name->expanded == expanded) return a;

@@ -141,7 +141,7 @@ bool namespaces(tree::Document& document, tree::Node* context, Take&& take) {
 
 } // namespace axis
 
-/// The nodes of any axis but descendantChild, which is no axis of its own.
+/// The nodes of any axis but descendantChild, which is not an axis of its own.
 template <class Take>
 bool walkAxis(Axis direction, tree::Document& document, tree::Node* context, Take&& take) {
     switch (direction) {

@@ -93,7 +93,7 @@ private:
     TokenKind previous_ = TokenKind::end; // end: this is the first token
 };
 
-/// A piece of the expression for a message, in UTF-8 and in quotes. What is no character is left
+/// A piece of the expression for a message, in UTF-8 and in quotes. What is not a character is left
 /// out.
 std::string quoted(std::wstring_view piece);
 

@@ -174,7 +174,7 @@ NodeTest Parser::parseNodeTest(Axis axis) {
     case TokenKind::nameStar: return parseNameTest(axis);
     case TokenKind::function:
         if (isNodeType(token_)) return parseNodeType();
-        fail("a function call is no step");
+        fail("a function call is not a step");
     default: failExpecting("a step");
     }
 }

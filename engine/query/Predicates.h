@@ -82,7 +82,7 @@ private:
 
     struct Item {
         Kind kind;
-        std::size_t index;                // 0 for numbers that are no position
+        std::size_t index;                // 0 for numbers that are not a position
         AttributeEquals const* attribute; // the condition when it is `@k='v'`, else null
         ExpressionPtr expression;
     };

@@ -21,7 +21,7 @@ struct Converted {
     enum class Stop {
         needsInput, // nothing is left, or only the start of a character
         needsRoom,
-        invalid, // the next bytes are no character
+        invalid, // the next bytes are not a character
     };
 
     std::size_t taken; // bytes of input

@@ -74,8 +74,8 @@ char asciiAt(char const* bytes, Encoding encoding) noexcept {
     return static_cast<unsigned char>(bytes[place]) < 0x80 ? bytes[place] : '\0';
 }
 
-// The units at the front as ASCII, at most so many and none after a '>'. What is not ASCII is no
-// part of a declaration, so it may be anything else that is not.
+// The units at the front as ASCII, at most so many and none after a '>'. A declaration is all
+// ASCII: what is not is taken as it comes.
 std::string asciiText(std::string_view bytes, Encoding encoding, std::size_t limit) {
     if (encoding == Encoding::utf8) {
         bytes = bytes.substr(0, limit);

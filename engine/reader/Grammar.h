@@ -39,7 +39,7 @@ protected:
         long line; // 0 when it was not needed yet
     };
 
-    // In front of the first byte of text that is no literal character of it.
+    // In front of the first byte of text that is not a literal character of it.
     char const* findTextEnd(char const* p) const {
         p = findTextStop(p, end_);
         return p < end_ && *p == ']' ? passBrackets(p) : p;
@@ -62,7 +62,7 @@ protected:
     bool startsWith(char const* p, std::string_view text) const noexcept;
 
     char const* skipBlanks(char const* p) const noexcept {
-        if (*p > ' ') return p; // what is beyond end_ is seen to by whoever asks for more
+        if (*p > ' ') return p; // what is beyond end_ is seen to by the code that reads more
         return findBlankEnd(p, end_);
     }
 

@@ -80,7 +80,7 @@ constexpr Row rows[] = {
     {Message::unknownEncoding, "the encoding %1 is not known"},
     {Message::wrongEncoding, "the XML declaration names the encoding %1 but is written in %2"},
     {Message::longDeclaration, "the XML declaration does not end within 64 KiB"},
-    {Message::invalidBytes, "%1 at offset %2 is no character in %3"},
+    {Message::invalidBytes, "%1 at offset %2 is not a character in %3"},
     {Message::cutCharacter, "the document ends within a character in %1"},
 };
 

@@ -51,7 +51,7 @@ private:
         case NodeKind::processingInstruction:
             appendWithContent(XML_PI_NODE, localName(*node->name), node->text());
             return node;
-        default: return node; // the XML declaration is no node to stylesheets
+        default: return node; // the XML declaration is not a node to stylesheets
         }
     }
 

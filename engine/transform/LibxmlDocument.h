@@ -105,7 +105,7 @@ struct ResultForm {
     bool isIndented = false;
 };
 
-/// A new document with libxml2's nodes. Throws TransformError for what is no document: more than
+/// A new document with libxml2's nodes. Throws TransformError for what is not a document: more than
 /// one element or text at the top, deeper than what can be loaded again.
 tree::DocumentRef fromLibxml(xmlDoc const& result, ResultForm const& form);
 

@@ -1,4 +1,4 @@
-// Nodes that move between documents: what they leave behind and what they find.
+// Nodes that move between documents: what they leave and what they find.
 #include <tree/Lifetimes.h>
 
 #include <utility>

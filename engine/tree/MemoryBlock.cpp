@@ -16,7 +16,7 @@ bool isOfLargePages(std::size_t size) noexcept {
 }
 
 // Small pages, which the kernel hands out one by one, would make a good part of the time of
-// loading. From the heap such blocks would leave the advice behind on memory that others get next.
+// loading. From the heap such blocks would leave the advice on memory that others get next.
 void* mapLargePages(std::size_t size) {
     std::size_t const enough = size + largePage;
     void* const mapped =

@@ -16,7 +16,7 @@ Name* declaringName(Document& document, std::string_view prefix) {
                           : document.names().intern("xmlns", prefix, xmlnsNamespace);
 }
 
-// Making one is no edit: what is known about the document stays true.
+// Making one is not an edit: what is known about the document stays true.
 Node* newNode(Document& document, Name* name, std::string_view uri) {
     Node* const node = document.arena().newNode(NodeKind::attribute);
     node->name = name;

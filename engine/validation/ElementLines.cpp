@@ -54,7 +54,7 @@ void ElementLines::begin(int options) {
     xmlCtxtUseOptions(context_.get(), XML_PARSE_HUGE | XML_PARSE_NONET | options);
 }
 
-// What the text has wrong was told when it was read as a document.
+// What the text has wrong was reported when it was read as a document.
 void ElementLines::ignoreError(void* /*data*/, xmlError* /*error*/) {}
 
 void ElementLines::parse(std::string_view piece) {

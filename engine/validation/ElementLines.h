@@ -1,7 +1,7 @@
 // Finds out on which lines of a text its elements stand.
 //
 // The tree keeps no line numbers, because they would cost every document memory for the rare one
-// that is not valid. Elements are told by their number in document order, and the text is read
+// that is not valid. Elements are named by their number in document order, and the text is read
 // again when a line is wanted.
 #pragma once
 

@@ -143,7 +143,7 @@ std::size_t SchemaDocuments::add(std::string const& path) {
     reader::ReadError error;
     if (!reader::read(*entry.tree, file, error))
         throw SchemaError{placed(path, error.line, error.reason)};
-    if (!isSchema(*entry.tree)) throw SchemaError{placed(path, 0, "this is no schema")};
+    if (!isSchema(*entry.tree)) throw SchemaError{placed(path, 0, "this is not a schema")};
     return add(std::move(entry));
 }
 

@@ -39,8 +39,8 @@ public:
     // The text of a document.
     std::string textOf(std::size_t index) const;
 
-    // An error at an element of a document, which may be told by its number in document order, from
-    // 1.
+    // An error at an element of a document, which may be named by its number in document order,
+    // from 1.
     SchemaError errorAt(std::size_t index, tree::Node const* node, std::string_view reason) const;
     SchemaError errorAt(std::size_t index, std::uint64_t element, std::string_view reason) const;
 

@@ -24,8 +24,8 @@ class WXmlNode;
 /// are, so it is well-formed XML if they are good names. False, with `xml` left as it was, for a
 /// value that is not an object with a string as its "tag".
 ///
-/// What does not have the shape is left out: attributes that are not strings, children that are no
-/// elements, "attributes" that are no object and "children" that are no array.
+/// What does not have the shape is left out: attributes that are not strings, children that are not
+/// elements, "attributes" that are not an object and "children" that are not an array.
 ///
 /// Throws `std::bad_alloc` and `std::length_error`, `xml` being as it was.
 TIBXML_API bool JsonConvertToXml(TibUtils::Variant const& value, CString& xml);

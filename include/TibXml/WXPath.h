@@ -29,13 +29,13 @@ struct XPathElement {
 /// A path made from a string answers with just that string as long as it is not changed. Otherwise,
 /// and always for paths made from parts of another, the string is put together from the steps:
 /// literals get single quotes, empty steps at the end vanish, and so do all "/" at the end. What is
-/// no Unicode character (a lone surrogate) becomes U+FFFD in the steps.
+/// not a Unicode character (a lone surrogate) becomes U+FFFD in the steps.
 ///
 /// A path is a value: copies are independent of each other. Everything but the moves may throw
 /// `std::bad_alloc`; whatever throws leaves the path as it was.
 ///
 /// Threads: one path belongs to one thread at a time. Even the const operations write to it,
-/// because its steps and its string are only worked out when somebody asks for them.
+/// because its steps and its string are only worked out when they are needed.
 class TIBXML_API WXPath {
 public:
     /// An empty path without a prefix.
@@ -81,7 +81,7 @@ public:
     /// False, and an empty `clause`, when there is none.
     bool GetFilterClause(std::int32_t index, CString& clause) const;
 
-    /// Adds a filter clause to the last step, behind those it has. A clause which holds a "=" and
+    /// Adds a filter clause to the last step, after those it has. A clause which holds a "=" and
     /// begins with "../" is meant for the step before, once for each "../": it is added there
     /// without them;
     /// "./" is taken off, too. False, with nothing added, when the path is empty or has fewer steps
@@ -89,7 +89,7 @@ public:
     bool AddFilterClause(CString clause);
 
     /// Removes the first filter clause of the last step which equals `clause` apart from upper and
-    /// lower case. It is no fault when there is none.
+    /// lower case. It is not a fault when there is none.
     void RemoveFilterClause(CString const& clause);
 
     /// Moves every clause which begins with "../" or "./" to the step which it is about, as
@@ -99,7 +99,7 @@ public:
     void Normalize();
 
     /// Escapes the five special characters of XML in `text`, in place: "&", "<", ">", "'" and the
-    /// double quote. Decimal character references (`&#38;`) are spared, but for one behind a ";"
+    /// double quote. Decimal character references (`&#38;`) are spared, but for one after a ";"
     /// which ended nothing; all other references are escaped like any text.
     static void ReplaceXMLEntities(CString& text);
 

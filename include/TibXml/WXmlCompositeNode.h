@@ -21,7 +21,7 @@ class WXmlNodeList;
 /// then goes to a copy that belongs to this object, and is lost with it.
 ///
 /// Each document is searched once, when it is first needed, and what was found is kept: an element
-/// that somebody else removes afterwards is still used. The documents have to live, and to keep
+/// that other code removes afterwards is still used. The documents have to live, and to keep
 /// their content, as long as this object is used.
 ///
 /// Threads: as its documents, which belong to one thread at a time.

@@ -44,7 +44,7 @@ protected:
 /// old one.
 ///
 /// A handle has no document at first (*empty*), and may have one without a root element, which is
-/// what a failed load leaves behind: the old content is gone then.
+/// what a failed load leaves: the old content is gone then.
 ///
 /// Loading and saving answer whether they worked and never throw. The other functions throw
 /// `_com_error` with the engine's code and, in `Description()`, its explanation, unless they say
@@ -87,7 +87,7 @@ public:
 
     virtual ~WXmlDoc();
 
-    /// A new handle on what was loaded; whether that worked is what `IsLoaded` tells.
+    /// A new handle on what was loaded; `IsLoaded` says whether that worked.
     static WXmlDoc CreateFromString(wchar_t const* text);
     static WXmlDoc CreateFromFile(wchar_t const* path);
     static WXmlDoc CreateFromStream(IStream* stream);
@@ -178,7 +178,7 @@ public:
     /// make text with blanks (`<xsl:text> </xsl:text>`) by a handle with `preserveWhiteSpace`.
     ///
     /// False, with the content as it was, when either handle is empty, when the stylesheet does not
-    /// compile, fails or ends itself by a message, and when its result is no document: more than
+    /// compile, fails or ends itself by a message, and when its result is not a document: more than
     /// one element, or text beside the root. A result without any element is a result.
     bool ApplyXSLT(WXmlDoc& stylesheet) noexcept;
 

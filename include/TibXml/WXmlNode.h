@@ -128,7 +128,7 @@ public:
     WXmlNode EnsureDescendantExists(WXPath const& path) noexcept;
 
     /// A new element, the last child of this node. The name may carry predicates `[@id='3']`, which
-    /// become attributes: the value is what stands between the first and the last character behind
+    /// become attributes: the value is what stands between the first and the last character after
     /// the "=". A null namespace is none. Throws `_com_error` for a name that is not valid, for a
     /// node that cannot have it, and with `E_POINTER` for the document itself; an element that was
     /// made stays when one of its attributes fails.

@@ -9,7 +9,7 @@
 
 class WXmlSaxImpl;
 
-/// Characters that a callback is told, `length` of them and no NUL behind them. They belong to the
+/// Characters that a callback gets, `length` of them and no NUL after them. They belong to the
 /// parser and are valid during the callback only.
 struct WXmlSaxText {
     wchar_t const* text;
@@ -29,7 +29,7 @@ struct WXmlSaxAttribute {
 /// null, as at first; a context without a function is not allowed and counts as empty.
 ///
 /// The function answers true to go on and false to stop the parse. It may throw: that stops the
-/// parse, and the exception arrives at whoever started it.
+/// parse, and the exception arrives at the code that started it.
 template <class... Arguments>
 struct WXmlSaxCallback {
     void* context = nullptr;
@@ -57,10 +57,10 @@ struct WXmlSaxCallback {
     void Bind(Callable const&& temporary) = delete;
 };
 
-/// Streams through a document without building a tree: what is in it is told to callbacks, in its
+/// Streams through a document without building a tree: what is in it goes to callbacks, in its
 /// order, and any of them can stop the parse. Memory does not grow with the document.
 ///
-/// Elements and attributes are told by their local names; prefixes, namespaces, comments and
+/// Elements and attributes are reported by their local names; prefixes, namespaces, comments and
 /// processing instructions are not told, and namespace declarations are not among the attributes.
 /// Documents are read as strictly as `WXmlDoc` reads them: well-formed XML 1.0 with namespaces,
 /// without a document type declaration, at most 256 elements inside each other.
@@ -80,7 +80,8 @@ public:
     /// The first event.
     WXmlSaxCallback<> OnStartDocument;
 
-    /// The last event, when the document was well-formed to its end and nobody stopped the parse.
+    /// The last event, when the document was well-formed to its end and no callback stopped the
+    /// parse.
     WXmlSaxCallback<> OnEndDocument;
 
     /// An element starts: its local name and its attributes in source order, none for an element
@@ -101,8 +102,8 @@ public:
     ///
     /// True when the whole document was read and no callback stopped it. False when a callback
     /// answered false, for malformed input, a source that is missing or fails, and null; events up
-    /// to there were told. The reason is the thread's error information: `GetErrorInfo` gives it,
-    /// beginning with the line and column ("3:14: ...") where the document is at fault.
+    /// to there were reported. The reason is the thread's error information: `GetErrorInfo` gives
+    /// it, beginning with the line and column ("3:14: ...") where the document is at fault.
     ///
     /// They throw what a callback or the stream throws, once the parse has been ended, and
     /// `std::bad_alloc` or

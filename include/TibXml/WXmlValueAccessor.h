@@ -15,7 +15,7 @@
 /// what it is.
 class TIBXML_API WXmlValueTypeNotFoundException {
 public:
-    /// `typeName` is all that the exception tells; null counts as the empty string. Throws
+    /// `typeName` is all that the exception says; null counts as the empty string. Throws
     /// `_com_error` with `E_OUTOFMEMORY` when there is no memory for it.
     WXmlValueTypeNotFoundException(wchar_t const* typeName);
     WXmlValueTypeNotFoundException(WXmlValueTypeNotFoundException const& other) noexcept;
@@ -60,7 +60,7 @@ protected:
 /// - `bool`: exactly "true" or "false".
 /// - Integers: plain decimal digits. Read from the whole text, with white space and a sign allowed
 ///   in front; what is too great or too small becomes the nearest limit of the type.
-/// - `double`: six digits behind the decimal separator, which is that of the C locale. Read from a
+/// - `double`: six digits after the decimal separator, which is that of the C locale. Read from a
 ///   number at the beginning of the text; a zero only when the very first character is a "0".
 /// - `CString`: the text as it is.
 /// - `CPoint`, `CSize`: "(1,2)". A size also reads from a single number, which counts for both.
@@ -71,7 +71,7 @@ protected:
 ///
 /// Getters come in three forms. With a default they return that when the value is *absent*: when
 /// there is no target, or its text does not read as the type. Without, and with `_throws`, they
-/// throw `WXmlValueTypeNotFoundException` then. `Get<T>()` tells by an `optional`.
+/// throw `WXmlValueTypeNotFoundException` then. `Get<T>()` returns an `optional`.
 ///
 /// Setters write the text of the target; a missing attribute of an element is created, a missing
 /// element is not. They throw `WXmlValueTypeNotFoundException` when there is no target. Those with

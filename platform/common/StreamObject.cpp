@@ -9,7 +9,7 @@ namespace tibxml::platform {
 
 namespace {
 
-/// Bytes that belong to somebody else.
+/// Bytes that belong to other code.
 class BorrowedStream final : public MemoryReader {
 public:
     BorrowedStream(std::span<BYTE const> bytes, ULONGLONG position) noexcept

@@ -43,7 +43,7 @@ Integer parseInteger(wchar_t const* text, wchar_t const** end) noexcept {
     return static_cast<Integer>(negative ? Unsigned{0} - value : value);
 }
 
-/// The decimal separator of the C locale as wide functions read and write it. What the locale tells
+/// The decimal separator of the C locale as wide functions read and write it. What the locale says
 /// in bytes is of the number category's encoding, which the character category may not know.
 wchar_t decimalSeparator() noexcept {
     auto const* const separator = std::localeconv()->decimal_point;

@@ -106,7 +106,7 @@ private:
     IErrorInfo* info_ = nullptr;
 };
 
-thread_local Slot slot; // NOLINT: what a call leaves behind belongs to its thread
+thread_local Slot slot; // NOLINT: what a call leaves belongs to its thread
 
 struct Message {
     HRESULT code;

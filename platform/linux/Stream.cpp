@@ -45,7 +45,7 @@ public:
     File(File const&) = delete;
     File& operator=(File const&) = delete;
 
-    // Not repeated when interrupted: the descriptor is free already and may be somebody else's.
+    // Not repeated when interrupted: the descriptor is free already and may be in use again.
     ~File() {
         if (descriptor_ >= 0) ::close(descriptor_);
     }

@@ -4,8 +4,8 @@
     exports.py LIBRARY
     exports.py --self-test
 
-A name that leaks is a promise that nobody meant to give: another library's template instantiated
-here, or an internal class, could no longer change or would be bound to by somebody else's copy.
+A name that leaks is a promise that was not meant: another library's template instantiated
+here, or an internal class, could no longer change or would be bound to by another library's copy.
 """
 
 import re

@@ -41,7 +41,7 @@ class Function:
 
 
 def code_of(text):
-    """The text with all that is no code blanked out, line by line."""
+    """The text with all but the code blanked out, line by line."""
     return OPAQUE.sub(lambda match: re.sub(r"[^\n]", "_" if match[0][0] in "'\"R" else " ", match[0]),
                       text)
 
@@ -179,7 +179,7 @@ CASES = [
                                         "dom/B.cpp": of(100, function(5) * 9)}),
     checking.Case("tests are not counted",
                   {"dom/A.cpp": of(90), "tests/dom/ATest.cpp": of(400, function(50))}),
-    checking.Case("a table is no function",
+    checking.Case("a table is not a function",
                   {"dom/A.cpp": of(90, function(3) + "int all[] = {\n" + "1,\n" * 50 + "};\n")}),
     checking.Case("too many files", {f"dom/A{i}.cpp": of(90) for i in range(MOST_FILES + 1)},
                   f"{MOST_FILES + 1} files"),

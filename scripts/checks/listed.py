@@ -2,7 +2,7 @@
 """Every source file is named in a CMakeLists.txt, every folder of tests in the one above it, every
 page of the guide among those whose examples are run.
 
-Files are listed by name in this project, so a forgotten one is compiled by nobody and its tests
+Files are listed by name in this project, so a forgotten one is not compiled and its tests
 drop out in silence. A project of its own (one with `project(`) needs no folder above it.
 """
 
@@ -83,7 +83,7 @@ CASES = [
                   GOOD | {"dom/CMakeLists.txt": "tibxml_folder(dom SOURCES X.cpp) # WXmlDoc.cpp\n"},
                   "dom/WXmlDoc.cpp"),
     checking.Case("a folder without build file", GOOD | {"tests/query/ATest.cpp": ""}, "query/ATest.cpp"),
-    checking.Case("a folder that nobody adds",
+    checking.Case("a folder that is not added",
                   GOOD | {"tests/query/CMakeLists.txt": ""}, "tests/query: not added"),
     checking.Case("a forgotten page", GOOD | {"docs/guide/nodes.md": ""}, "docs/guide/nodes.md"),
 ]

@@ -1,5 +1,5 @@
 // Engine objects in the terms of a test. Including this makes every test of the program fail that
-// leaves objects behind.
+// leaves objects.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -218,7 +218,7 @@ inline bool isSame(IUnknown* one, IUnknown* other) {
     return identityOf(one).get() == identityOf(other).get();
 }
 
-// Takes the words that the last failing call left behind; empty when it left none.
+// Takes the words that the last failing call left; empty when it left none.
 inline std::string takeErrorText() {
     Ptr<IErrorInfo> info;
     if (GetErrorInfo(0, info.out()) != S_OK) return {};

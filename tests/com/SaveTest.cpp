@@ -180,7 +180,7 @@ TEST_F(Saving, KeepsTheOwner) {
     EXPECT_EQ(contentOf("out.xml"), "<a>\u00E4</a>\n");
 }
 
-// Whoever may write into the folder may save, also over what somebody else owns.
+// A user who may write into the folder may save, also over what another one owns.
 TEST_F(Saving, NeedsNoRightToGiveFilesAway) {
     if (::geteuid() != 0) GTEST_SKIP() << "only root can be somebody else for a while";
     write("out.xml", "old");

@@ -64,7 +64,7 @@ TEST(TransformMemory, OfAProcessor) {
     });
 }
 
-// Compiling leaves nothing behind either.
+// Compiling leaves nothing either.
 TEST(TransformMemory, OfCompiling) {
     Document const source = documentOf(L"<d/>");
     Document const style = sheet(L"<xsl:template match='/'><r>text</r></xsl:template>");

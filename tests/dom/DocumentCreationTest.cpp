@@ -1,4 +1,4 @@
-// How a document of the engine is made: with a class of the test's own behind the identifier.
+// How a document of the engine is made: with a class of the test's own under the identifier.
 #include "EngineTest.h"
 
 #include <TibXml/platform/ComRuntime.h>

@@ -20,7 +20,7 @@ static_assert(std::is_constructible_v<WXmlDoc, WXmlDocPtr&>);
 static_assert(std::is_constructible_v<WXmlDoc, WXmlDocPtr>);
 static_assert(std::is_constructible_v<WXmlDoc, std::nullptr_t>);
 
-// Tells, by loading white space, what the handle's own flag is.
+// Finds out, by loading white space, what the handle's own flag is.
 bool preservesWhiteSpace(WXmlDoc& document) {
     EXPECT_TRUE(document.LoadFromString(L"<a> <b/> </a>"));
     return document.GetRootNode().GetNumChildren() == 3;
@@ -74,7 +74,7 @@ TEST(DocumentHandle, HasNoEngineDocumentAfterItWasMovedFrom) {
     WXmlDoc document = loaded(L"<a/>");
     WXmlDocPtr const engine = document.EngineDocument();
     WXmlDoc const target{std::move(document)};
-    // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is tested
+    // NOLINTNEXTLINE(bugprone-use-after-move): what is left is tested
     EXPECT_FALSE(document.EngineDocument());
     EXPECT_EQ(target.EngineDocument(), engine);
 }

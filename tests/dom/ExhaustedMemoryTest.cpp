@@ -1,5 +1,5 @@
 // Every allocation on the road from a text to a value and back fails in turn: each call then fails
-// in its own way or gives the whole result, and nothing is left behind.
+// in its own way or gives the whole result, and nothing leaks.
 #include "EngineTest.h"
 #include "FailingAllocation.h"
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Whether a call either gave the right result or raised for want of memory.
+/// Whether a call either gave the right result or raised an error because memory ran out.
 template <class Call>
 bool gaveOrRaised(FailingAllocation const& failing, Call const& call) {
     try {

@@ -175,7 +175,7 @@ constexpr Child children[] = {
     {L"item[@id=345]", nullptr, "<item id=\"4\"/>"},
     {L"item[@id=3]", nullptr, "<item id=\"\"/>"},
     {L"item[@id=]", nullptr, "<item id=\"\"/>"},
-    // What is no attribute with a value is passed over.
+    // What is not an attribute with a value is passed over.
     {L"item[3]", nullptr, "<item/>"},
     {L"item[key='v']", nullptr, "<item/>"},
     {L"item[@id]", nullptr, "<item/>"},

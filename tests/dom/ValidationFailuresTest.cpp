@@ -1,4 +1,4 @@
-// Validation with engine objects of the test's own behind the identifiers: the order of calls, and
+// Validation with engine objects of the test's own under the identifiers: the order of calls, and
 // what happens when one of them fails.
 #include "EngineTest.h"
 

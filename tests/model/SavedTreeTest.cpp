@@ -227,7 +227,7 @@ private:
             << utf8(document.SaveToString());
     }
 
-    /// What somebody holds may be in no document.
+    /// What a handle holds may be in no document.
     void checkXml(WXmlNode const& node) {
         bool const isUnresolved =
             node.DoesNodeExist(L"self::*[contains(name(), ':')]") && namespaceOf(node) == "none";

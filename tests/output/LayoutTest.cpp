@@ -92,7 +92,7 @@ TEST(Layout, ProtectsBlankTexts) {
     expectRows(rows, WhiteSpace::dropped);
 }
 
-// A run of adjacent texts is one text for whoever reads it.
+// A run of adjacent texts is one text for its reader.
 TEST(Layout, LooksAtRunsOfTexts) {
     struct Run {
         std::vector<char const*> texts;

@@ -9,7 +9,7 @@ namespace tibxml::query::test {
 
 // All axes, node tests, functions and operators, except what the peer that answers are compared
 // with is known to get wrong: following and preceding from attributes, and texts of numbers that
-// are no integers.
+// are not integers.
 class ExpressionGenerator {
 public:
     explicit ExpressionGenerator(std::uint32_t seed) : random_{seed} {}

@@ -57,7 +57,7 @@ Row const rows[] = {
     {L"/*", L"namespace::p/self::node()", "p=urn:p"},
     {L"/*", L"namespace::p/self::p", ""},
     {L"/*", L"namespace::p/.", "p=urn:p"},
-    // They are no attributes.
+    // They are not attributes.
     {L"/*", L"@*", "@id=r"},
     {L"/*", L"namespace::*/@*", ""},
     {L"/*", L"namespace::p/child::node()", ""},
@@ -137,7 +137,7 @@ TEST(NamespaceAxis, givesOneNodePerElementAndPrefix) {
 TEST(NamespaceAxis, worksInADetachedSubtree) {
     Tree const tree{scopes};
     tree::Node* const d = tree.find(L"//*[@id='d']");
-    d->handle = &tree.document(); // somebody refers to it
+    d->handle = &tree.document(); // a handle refers to it
     tree.document().lifetimes().remove(d);
     EXPECT_EQ(tree.describe(L"namespace::*", d), withXml("=urn:d"));
     EXPECT_EQ(tree.describe(L"//namespace::p/..", d), "n#n");

@@ -1,7 +1,7 @@
 // Our evaluator against libxml2's: same documents, same expressions, same nodes.
 //
 // Left out of the comparison, because there the peer is known not to do what XPath 1.0 says: the
-// text of numbers that are no integers, following:: and preceding:: from attributes, number('-')
+// text of numbers that are not integers, following:: and preceding:: from attributes, number('-')
 // and numbers with an exponent. Positions among the namespaces of an element, whose order the
 // standard leaves open, `namespace::p:*` and `xmlns=""` are left out too.
 #include <cstdlib>

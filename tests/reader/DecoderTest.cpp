@@ -113,23 +113,23 @@ TEST(Decoders, RefuseBytesThatAreNoText) {
 
     using namespace std::string_literals;
     Row const rows[] = {
-        {"windows-1252", "x\x81</a>", "x", "0x81 at offset 49 is no character in windows-1252"},
+        {"windows-1252", "x\x81</a>", "x", "0x81 at offset 49 is not a character in windows-1252"},
         {"US-ASCII", "0123456789abcdef0123\xE4</a>", "0123456789abcdef0123",
-         "0xE4 at offset 64 is no character in US-ASCII"},
-        {"EUC-JP", "\xFF\xFF", "", "0xFF at offset 42 is no character in EUC-JP"},
+         "0xE4 at offset 64 is not a character in US-ASCII"},
+        {"EUC-JP", "\xFF\xFF", "", "0xFF at offset 42 is not a character in EUC-JP"},
         {"Shift_JIS", std::string(5000, 'a') + "\x80\xFF</r>", std::string(5000, 'a'),
-         "0x80 at offset 5045 is no character in Shift_JIS"},
+         "0x80 at offset 5045 is not a character in Shift_JIS"},
         {"Shift_JIS", "x\x82", "x", "the document ends within a character in Shift_JIS"},
-        {"UTF-16LE", "x\0\0\xD8y\0"s, "x", "0x00 0xD8 at offset 90 is no character in UTF-16LE"},
-        {"UTF-16LE", "x\0\0\xDC"s, "x", "0x00 0xDC at offset 90 is no character in UTF-16LE"},
+        {"UTF-16LE", "x\0\0\xD8y\0"s, "x", "0x00 0xD8 at offset 90 is not a character in UTF-16LE"},
+        {"UTF-16LE", "x\0\0\xDC"s, "x", "0x00 0xDC at offset 90 is not a character in UTF-16LE"},
         {"UTF-16LE", "x\0\0\xD8"s, "x", "the document ends within a character in UTF-16LE"},
         {"UTF-16BE", "\0xy"s, "x", "the document ends within a character in UTF-16BE"},
         {"UTF-32LE", "x\0\0\0\0\xD8\0\0"s, "x",
-         "0x00 0xD8 0x00 0x00 at offset 180 is no character in UTF-32LE"},
+         "0x00 0xD8 0x00 0x00 at offset 180 is not a character in UTF-32LE"},
         {"UTF-32BE", "\0\x11\0\0"s, "",
-         "0x00 0x11 0x00 0x00 at offset 176 is no character in UTF-32BE"},
+         "0x00 0x11 0x00 0x00 at offset 176 is not a character in UTF-32BE"},
         {"UTF-32BE", "\xFF\xFF\xFF\xFF"s, "",
-         "0xFF 0xFF 0xFF 0xFF at offset 176 is no character in UTF-32BE"},
+         "0xFF 0xFF 0xFF 0xFF at offset 176 is not a character in UTF-32BE"},
         {"UTF-32BE", "\0\0\0"s, "", "the document ends within a character in UTF-32BE"},
     };
     for (Row const& row : rows) {

@@ -20,7 +20,7 @@ std::string declared(std::string const& encoding, std::string const& rest) {
     return "<?xml version=\"1.0\" encoding=\"" + encoding + "\"?>" + rest;
 }
 
-// The shape of a document behind its declaration.
+// The shape of a document after its declaration.
 std::string body(Reading const& reading) {
     std::string const all = shape(reading);
     return all.substr(all.find("<a"));

@@ -21,7 +21,7 @@ struct Content {
     char const* text;
 };
 
-// The columns of the table, with a character by which an encoding can be told.
+// The columns of the table, with a character by which an encoding is recognised.
 constexpr Content contents[] = {
     {"UTF-8", "\u00E4"},    {"UTF-16LE", "\u00E4"},  {"UTF-16BE", "\u00E4"},
     {"UTF-32LE", "\u00E4"}, {"UTF-32BE", "\u00E4"},  {"ISO-8859-1", "\u00E4"},
@@ -34,7 +34,7 @@ constexpr Content contents[] = {
 //   m  another text: the declared encoding has these bytes too
 //   n  refused: an unknown name
 //   w  refused: the declaration is not written in the encoding that it names
-//   x  refused for its bytes, which are no text or no XML
+//   x  refused for its bytes, which are not text or not XML
 struct Row {
     std::string_view mark;
     char const* declared;

@@ -1,4 +1,4 @@
-// The reasons that documents are refused for: each is given by a document, and is told in
+// The reasons that documents are refused for: each is given by a document, and stands in
 // docs/errors.md in the words in which it is given.
 #include "Reading.h"
 #include "Tables.h"

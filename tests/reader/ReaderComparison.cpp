@@ -51,7 +51,7 @@ bool isLittleEndianUtf32(std::string_view document, Entry) {
     return document.starts_with("<\0\0\0"sv);
 }
 
-// The peer looks at the first bytes even where it is told the encoding.
+// The peer looks at the first bytes even where the encoding is given.
 bool isTextThatLooksEncoded(std::string_view document, Entry entry) {
     bool const isEbcdic = document.starts_with("\x4C\x6F\xA7\x94");
     return entry == Entry::text && (isEbcdic || unitSizeOf(document) != 1);

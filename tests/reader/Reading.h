@@ -28,10 +28,10 @@ Reading readBytes(Bytes source, bool preserveWhiteSpace = false);
 Reading readText(std::string_view utf8, bool preserveWhiteSpace = false);
 
 // A line for the content of the document: <name a='v'>, "text", [cdata], <!comment>, <?target data>
-// and </>; a mark for each dropped run of white space: | behind a node, ~ at the start of a parent.
+// and </>; a mark for each dropped run of white space: | after a node, ~ at the start of a parent.
 std::string shape(Reading const& reading);
 
-// What must hold after a failure: the reason is told and nothing of a tree shows.
+// What must hold after a failure: the reason is given and nothing of a tree shows.
 void expectFailure(Reading const& reading, std::string_view what);
 
 } // namespace tibxml::reader::test

@@ -35,7 +35,7 @@ char32_t hexadecimal(std::string_view digits) {
     return value;
 }
 
-// What one escape after its backslash stands for; `rest` is moved behind it.
+// What one escape after its backslash stands for; `rest` is moved after it.
 std::string unescapedOne(std::string_view& rest) {
     char const kind = rest.empty() ? '\0' : rest.front();
     std::size_t length = 1;

@@ -94,7 +94,7 @@ TEST(JsonConvertFromXml, OnlyElementsHaveAttributes) {
     }
 }
 
-// An element whose engine object fails as a test tells it.
+// An element whose engine object fails where a test wants it.
 class FailingElement : public testing::Test {
 protected:
     FailingElement() {

@@ -35,13 +35,13 @@ TEST(JsonConvertToXml, WritesElementsAttributesAndChildren) {
         {R"({"tag":"a","attributes":{"v":"<\"&'>\t\n"}})",
          R"(<a v="&lt;&quot;&amp;'&gt;&#9;&#10;"></a>)"},
         {R"({"tag":"a","attributes":{"v":""}})", R"(<a v=""></a>)"},
-        // What is no string is left out.
+        // What is not a string is left out.
         {R"({"tag":"a","attributes":{"n":1,"b":true,"z":null,"o":{},"l":[],"s":"x"}})",
          R"(<a s="x"></a>)"},
         {R"({"tag":"a","attributes":{}})", "<a></a>"},
         {R"({"tag":"a","attributes":["x"]})", "<a></a>"},
         {R"({"tag":"a","attributes":"x"})", "<a></a>"},
-        // What is no element is left out.
+        // What is not an element is left out.
         {R"({"tag":"a","children":[]})", "<a></a>"},
         {R"({"tag":"a","children":{"tag":"b"}})", "<a></a>"},
         {R"({"tag":"a","children":"b"})", "<a></a>"},

@@ -84,7 +84,7 @@ TEST(SaxObject, HasItsCallbacksInOrderAndOneMoreWord) {
         return static_cast<std::size_t>(reinterpret_cast<char const*>(&slot) - begin) /
                sizeof(void*);
     };
-    EXPECT_EQ(place(sax.OnStartDocument), 1U); // behind the table of virtual functions
+    EXPECT_EQ(place(sax.OnStartDocument), 1U); // after the table of virtual functions
     EXPECT_EQ(place(sax.OnEndDocument), 3U);
     EXPECT_EQ(place(sax.OnStartElement), 5U);
     EXPECT_EQ(place(sax.OnEndElement), 7U);

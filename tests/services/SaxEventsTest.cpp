@@ -1,4 +1,4 @@
-// What callbacks are told of well-formed documents.
+// What callbacks get from well-formed documents.
 #include "SaxRecorder.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-// The handler behind a SAX object, called as an engine calls it.
+// The handler of a SAX object, called as an engine calls it.
 #include <services/WXmlSaxImpl.h>
 
 #include "SaxRecorder.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Attributes that fail where they are told to.
+/// Attributes that fail where a test wants it.
 class FailingAttributes final : public tibxml::platform::ComObject<ISAXAttributes> {
 public:
     HRESULT lengthResult = S_OK;
@@ -156,7 +156,7 @@ TEST_F(SaxHandler, AnswersWhatTheCallbackDoes) {
 TEST_F(SaxHandler, SucceedsWithoutCallbacks) {
     WXmlSax empty;
     EnginePtr<WXmlSaxImpl> const idle{new WXmlSaxImpl{&empty}, false};
-    failing->lengthResult = E_FAIL; // nobody asks
+    failing->lengthResult = E_FAIL; // not asked for
     EXPECT_EQ(idle->startDocument(), S_OK);
     EXPECT_EQ(idle->startElement(L"", 0, L"a", 1, L"a", 1, attributes), S_OK);
     EXPECT_EQ(idle->characters(L"text", 2), S_OK);

@@ -1,4 +1,4 @@
-// Every allocation of a parse fails in turn: the parse then answers false or raises, or tells the
+// Every allocation of a parse fails in turn: the parse then answers false or raises, or reports the
 // whole document, and the object can be used again.
 #include "EngineTest.h"
 #include "FailingAllocation.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// A SAX object whose callbacks write down what they are told.
+// A SAX object whose callbacks write down what they get.
 
 #include "EngineTest.h"
 

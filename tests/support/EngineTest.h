@@ -1,7 +1,7 @@
 #pragma once
 
 // What tests of documents, nodes and values have in common. Including it makes every test of the
-// program fail that leaves objects of the engine behind.
+// program fail that leaves objects of the engine.
 
 #include "FakeEngine.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Engine objects that answer as a test tells them: for failures that the real engine never makes,
+// Engine objects that answer as a test wants: for failures that the real engine never makes,
 // and for the order of calls.
 
 #include <TibXml/EnginePtr.h>
@@ -209,7 +209,7 @@ public:
     }
 };
 
-/// A node behind one of the interfaces that extend `IXMLDOMNode`, or behind that itself.
+/// A node that implements one of the interfaces that extend `IXMLDOMNode`, or that itself.
 template <class Interface>
 class NodeOf : public Object<Interface> {
 public:

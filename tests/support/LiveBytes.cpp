@@ -118,7 +118,7 @@ char* copyOf(char const* text) {
     return copy;
 }
 
-// Before main, so before anybody uses libxml2.
+// Before main, so before any use of libxml2.
 bool const countsLibxml2 = xmlMemSetup(giveBack, take, resize, copyOf) == 0;
 
 } // namespace

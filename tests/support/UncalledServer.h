@@ -1,6 +1,6 @@
 #pragma once
 
-// A server on this machine that listens and that nobody is to call.
+// A server on this machine that listens and that must not be called.
 
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -38,7 +38,7 @@ public:
     /// "127.0.0.1:" and the port, as addresses have it.
     std::string host() const { return "127.0.0.1:" + std::to_string(port_); }
 
-    /// Whether anybody has called since the last question.
+    /// Whether it was called since the last question.
     bool wasCalled() const {
         int const call = ::accept(socket_, nullptr, nullptr);
         if (call < 0) require(errno == EAGAIN || errno == EWOULDBLOCK);

@@ -95,7 +95,7 @@ std::string templateWith(std::string const& content) {
     return sheetWith("<xsl:template match='/'><r>" + content + "</r></xsl:template>");
 }
 
-// What the process's handler was told.
+// What the process's handler got.
 class Report {
 public:
     Report() : thread_{std::this_thread::get_id()} {}
@@ -236,7 +236,7 @@ protected:
     }
 
     Report report;
-    std::string alone; // what is reported when nobody transforms
+    std::string alone; // what is reported when nothing is transformed
 
 private:
     xmlGenericErrorFunc const handlerBefore_ = xsltGenericError;
@@ -273,7 +273,7 @@ TEST_F(TransformHandler, IsBackWhenTheLastOfUsLeaves) {
     }
 }
 
-// Nobody stays anywhere: whoever is inside when something is reported, nothing is lost.
+// Threads come and go: nothing that is reported meanwhile is lost.
 TEST_F(TransformHandler, GetsEverythingWhileWeComeAndGo) {
     constexpr int rounds = 50;
     std::thread ours{[] {

@@ -28,7 +28,7 @@ private:
     std::string path_;
 };
 
-/// A stylesheet with this content, in which prefix "x" is no namespace of XSLT but "urn:x".
+/// A stylesheet with this content, in which prefix "x" is not a namespace of XSLT but "urn:x".
 std::string stylesheet(std::string const& content);
 
 /// A document from a file with all its white space; it must load.

@@ -87,7 +87,7 @@ TEST_F(Lifetimes, SplitWhenAPartOfADetachedTreeIsRemoved) {
 TEST_F(Lifetimes, OfTheRestEndWhenTheHeldPartLeaves) {
     hold(b);
     document().lifetimes().remove(a);
-    document().lifetimes().remove(b); // nobody refers to a any more
+    document().lifetimes().remove(b); // nothing refers to a any more
     EXPECT_TRUE(isGone(a));
     EXPECT_EQ(handlesWithin(b), 1U);
     letGo(b);

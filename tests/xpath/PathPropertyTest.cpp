@@ -112,7 +112,7 @@ TEST(PathProperty, StepsAreThoseOfTheModel) {
         Model const model(text);
         WXPath const path(text.c_str());
         ASSERT_EQ(prefixOf(path), model.prefix) << printable(text);
-        // What follows a "/" at the end of a name can not be told apart through strings.
+        // What follows a "/" at the end of a name cannot be seen through strings.
         Steps const steps = stepsOf(path);
         ASSERT_EQ(steps.size(), model.steps.size()) << printable(text);
         for (std::size_t i = 0; i < steps.size(); ++i) {

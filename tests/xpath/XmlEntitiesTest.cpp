@@ -24,7 +24,7 @@ std::vector<Row> const escapeRows = {
     // named references are not spared
     {L"&amp;", L"&amp;amp;"},
     {L"&lt;", L"&amp;lt;"},
-    // no reference at all: no "&#", or none with a ";" behind it
+    // no reference at all: no "&#", or none with a ";" after it
     {L"&#", L"&amp;#"},
     {L"&#38", L"&amp;#38"},
     {L";&#38", L";&amp;#38"},

@@ -58,7 +58,7 @@ void addFile(CLI::App& command, std::string& file) {
 
 void addFiles(CLI::App& command, std::vector<std::string>& files) {
     // Where the parser allows any number of arguments it takes a file called "[a,b]" for a list of
-    // two. So it is told that more are needed than there can be, and to be content with fewer.
+    // two. So it gets more as needed than there can be, and accepts fewer.
     constexpr int needed = 1 << 24;
     command.add_option("FILE", files, "The files; - is the standard input")
         ->option_text("REQUIRED")

@@ -50,7 +50,7 @@ bool deleteAttribute(WXmlNode const& element, CString const& name, Delete const&
     return true;
 }
 
-// An attribute has an element, which is no parent; the document has neither.
+// An attribute has an element, which is not a parent; the document has neither.
 void deleteNode(WXmlNode node, Delete const& wanted) {
     if (node.GetParentNode().IsValid()) return node.Prune();
     WXmlNode const element = node.GetNodeNoThrow(L"..");

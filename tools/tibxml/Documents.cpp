@@ -96,7 +96,7 @@ WXmlDoc loadFromPath(std::string const& file, WhiteSpace whiteSpace) {
     if (file == "-") {
         loadFromInput(document, file);
     } else {
-        // Names that the engine alone understands, such as URLs, are no files for this program.
+        // Names that the engine alone understands, such as URLs, are not files for this program.
         std::error_code unknown;
         if (!std::filesystem::exists(file, unknown)) requireReadable(file);
         if (!document.Load(toWide(file))) complainAbout(document, file);
@@ -106,7 +106,7 @@ WXmlDoc loadFromPath(std::string const& file, WhiteSpace whiteSpace) {
 
 namespace {
 
-// "line:column: reason", as the engine leaves it behind.
+// "line:column: reason", as the engine leaves it.
 std::string lastReason() {
     EnginePtr<IErrorInfo> info;
     _bstr_t text;

@@ -29,9 +29,9 @@ class WXmlSax;
 
 namespace tibxml::tool {
 
-/// Tells the callbacks of a SAX object what is in a file. Throws `Failure` when the file cannot be
-/// read (status failed) or is not well-formed (status not found: "name:line:column: reason"), and
-/// what a callback throws. `name` is the file's name in messages.
+/// Calls the callbacks of a SAX object with what is in a file. Throws `Failure` when the file
+/// cannot be read (status failed) or is not well-formed (status not found: "name:line:column:
+/// reason"), and what a callback throws. `name` is the file's name in messages.
 void streamDocument(WXmlSax& sax, InputFile& input, std::string const& name);
 
 /// Throws the same `Failure` when the engine has not read the whole of a file.

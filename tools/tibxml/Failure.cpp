@@ -23,7 +23,7 @@ ExitStatus reportFailed(std::string const& message) {
     return report(failure(ExitStatus::failed, message));
 }
 
-// Whoever reads the output may stop when he has enough: nothing to complain about.
+// The reader of the output may stop early: nothing to complain about.
 ExitStatus report(OutputFailure const& failure) {
     return failure.isClosedByReader ? ExitStatus::found : reportFailed(failure.message);
 }

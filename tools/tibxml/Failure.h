@@ -25,7 +25,7 @@ Failure failure(ExitStatus status, std::string const& message);
 /// Writes a line to the standard error, freed of what would break it into several.
 void complain(std::string const& line);
 
-/// Writes the line that tells what the exception being handled is about, and says how the program
+/// Writes the line that says what the exception being handled is about, and says how the program
 /// has to end. To be called in a handler; every exception has an answer.
 ExitStatus reportException() noexcept;
 

@@ -14,7 +14,7 @@ namespace tibxml::tool {
 /// engine takes a file that it cannot read for a document that is not well-formed; this one knows
 /// the difference.
 ///
-/// It belongs to whoever makes it, who keeps it until the engine has let go of it.
+/// It belongs to its maker, who keeps it until the engine has let go of it.
 class InputFile final : public IStream {
 public:
     /// Throws `Failure` when the file cannot be opened.

@@ -22,13 +22,13 @@ void printLine(std::string_view text);
 /// Prints text, and a line end unless the text ends with one. Throws `OutputFailure`.
 void printLines(std::string_view text);
 
-/// Brings what was printed to its end. Throws `OutputFailure`, but is content when nobody reads any
-/// more.
+/// Brings what was printed to its end. Throws `OutputFailure`, but is content when nothing reads
+/// any more.
 void finishOutput();
 
 /// Shows on a terminal how far something long has come: nothing in the first second, then a line
 /// that is written over again and again, and taken away in the end. Shows nothing when the standard
-/// error is no terminal.
+/// error is not a terminal.
 class Progress {
 public:
     Progress() noexcept;
@@ -36,7 +36,7 @@ public:
     Progress& operator=(Progress const&) = delete;
     ~Progress();
 
-    /// To be told often how many bytes were read and elements seen.
+    /// To be called often with how many bytes were read and elements seen.
     void show(std::uint64_t bytes, std::uint64_t elements) noexcept;
 
 private:

@@ -55,7 +55,7 @@ bool find(Strings const& strings, WXmlStringMap const& map, WXmlDoc const& docum
 }
 
 ExitStatus run(Strings const& strings) {
-    // Loaded twice: the map would not tell what is wrong with a file.
+    // Loaded twice: the map would not say what is wrong with a file.
     WXmlDoc const document = loadDocument(strings.file);
     WXmlStringMap map;
     map.LoadFromString(document.SaveToString());

@@ -49,7 +49,7 @@ CString targetNamespace(WXmlDoc const& schema) {
     return schema.GetRootNode().Attribute(L"@targetNamespace").GetString(L"");
 }
 
-// A schema is no result, so a bad one is an input that does not work.
+// A schema is not a result, so a bad one is an input that does not work.
 WXmlDoc loadSchemaDocument(std::string const& file) {
     try {
         return loadFromPath(file);

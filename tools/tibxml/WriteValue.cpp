@@ -18,7 +18,7 @@ namespace tibxml::tool {
 namespace {
 
 // The number that a whole text is, without white space and within the limits of its type: what the
-// library would cut short or limit on reading is not what somebody meant to write.
+// library would cut short or limit on reading is not what was meant.
 template <class Number>
 std::optional<Number> numberIn(std::string_view text) {
     Number number{};
@@ -60,7 +60,7 @@ std::vector<unsigned char> bytesOf(std::string const& name) {
     return bytes;
 }
 
-// Writing bytes tells nothing about whether it worked.
+// Writing bytes does not report whether it worked.
 bool holds(WXmlValueAccessor const& value, std::vector<unsigned char> const& bytes) {
     std::vector<unsigned char> written(bytes.size());
     auto const size = static_cast<unsigned long>(bytes.size());

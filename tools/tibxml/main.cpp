@@ -38,7 +38,7 @@ Examples:
   tibxml validate settings.xml settings.xsd
   tibxml transform settings.xml titles.xsl
 
-"tibxml COMMAND --help" tells more about a command.)";
+"tibxml COMMAND --help" says more about a command.)";
 
 // How to ask for help about the command that was called, or about the program.
 std::string callForHelp(CLI::App const& program) {

@@ -6,13 +6,12 @@
 
 #include <exception>
 
-/// The handler that the engine tells, which tells the callbacks of a `WXmlSax`. It may outlive
-/// that.
+/// The engine's handler, which calls the callbacks of a `WXmlSax`. It may outlive that.
 class WXmlSaxImpl final : public tibxml::platform::ComObject<ISAXContentHandler> {
 public:
     explicit WXmlSaxImpl(WXmlSax* owner) noexcept : owner_{owner} {}
 
-    /// There is nobody any more whom to tell: the engine, if it goes on, is told to stop.
+    /// There are no callbacks any more: an engine that goes on is stopped.
     void Disown() noexcept { owner_ = nullptr; }
 
     /// Throws what a callback has thrown since the last time, if anything.

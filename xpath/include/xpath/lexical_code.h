@@ -78,7 +78,7 @@ enum lexical_code : std::int32_t {
 // the pieces of a multi-byte character are classified each on its own.
 lexical_code byteClass(unsigned char byte) noexcept;
 
-// The diagnostic name of a code, such as "NCName" for 28. Empty for a number which is no code.
+// The diagnostic name of a code, such as "NCName" for 28. Empty for a number which is not a code.
 std::string_view displayName(std::int32_t code) noexcept;
 
 // The code of the name of `count` bytes at `name`: that of the keyword which it equals byte for

@@ -6,8 +6,8 @@
 //   detached subtree. In a detached element `/` selects that element itself and `/a` its children
 //   named a; in a detached attribute or text node it selects that node.
 // - An unprefixed name has no namespace. Prefixes come from Namespaces only.
-// - Text and CDATA are separate text nodes. The XML declaration is no node.
-// - Namespace declarations are no attributes. The namespace axis has one node for each prefix in
+// - Text and CDATA are separate text nodes. The XML declaration is not a node.
+// - Namespace declarations are not attributes. The namespace axis has one node for each prefix in
 //   scope, by the declarations that the written document will have.
 // - There are no variables, no functions but the core library, and `id()` finds nothing, since
 //   without a document type no attribute is an ID.

@@ -29,7 +29,7 @@ inline constexpr std::uint32_t errorNotWellFormed = 0xC00CE000;
 
 inline constexpr int maximumDepth = 256;
 
-// The text with U+FFFD in place of what is no UTF-8, as it may stand in a document with errors.
+// The text with U+FFFD in place of what is not UTF-8, as it may stand in a document with errors.
 // Throws std::bad_alloc.
 std::string wellFormed(std::string_view text);
 

@@ -78,7 +78,7 @@ public:
     // throw TransformError and std::bad_alloc.
 
     // A new document with the result. It has an XML declaration and is laid out as xsl:output says.
-    // A result that is no document (two elements, text beside the root, too deep) is an error.
+    // A result that is not a document (two elements, text beside the root, too deep) is an error.
     tree::DocumentRef apply(Request const& request, std::string& messages) const;
 
     // The result as xsl:output says: as XML, text or HTML.

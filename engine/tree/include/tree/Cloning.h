@@ -16,9 +16,9 @@ protected:
     ~CloneObserver() = default;
 };
 
-// A detached copy, owned by `target`, of a node that is no document: with its attributes, and with
-// its descendants when deep. Names keep their prefixes and namespaces. Throws std::bad_alloc, and
-// what the observer throws, and then leaves nothing behind.
+// A detached copy, owned by `target`, of a node that is not a document: with its attributes, and
+// with its descendants when deep. Names keep their prefixes and namespaces. Throws std::bad_alloc,
+// and what the observer throws, and then leaves nothing.
 Node* clone(Document& target, Document const& source, Node* node, CloneDepth depth,
             CloneObserver* observer = nullptr);
 

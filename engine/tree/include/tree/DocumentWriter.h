@@ -17,7 +17,7 @@ struct PaddedText {
 };
 
 // All functions that make nodes throw std::bad_alloc, and std::length_error for texts above 4 GiB;
-// the document is good for being cleared then. Nobody else looks at it or changes it meanwhile.
+// the document is good for being cleared then. Nothing else looks at it or changes it meanwhile.
 class DocumentWriter {
 public:
     // The document must be empty.
@@ -55,7 +55,7 @@ public:
         link(parent_->content.links.firstAttribute, lastAttribute_, attribute);
     }
 
-    // A child that is no element. Only declarations and processing instructions have a name.
+    // A child that is not an element. Only declarations and processing instructions have a name.
     template <class Text>
     void add(NodeKind kind, Name* name, Text text) {
         link(parent_->content.links.firstChild, last_, newNode(kind, inDocument, name, text));

@@ -38,7 +38,7 @@ class Document;
 /// Moves handles when their nodes go to another document: what the owner of the handles does.
 class HandleMover {
 public:
-    /// What pinned pointers to `from` lead to once it has moved: whoever holds it keeps the handle
+    /// What pinned pointers to `from` lead to once it has moved: its holder keeps the handle
     /// of its copy alive, which is made if there is none. Throws std::bad_alloc.
     virtual std::shared_ptr<void> objectFor(Node* from, Node* copy) = 0;
 

@@ -1,5 +1,5 @@
-// The nodes of the namespace axis. They are in no list of the tree: each is made when somebody asks
-// for it and goes when nobody refers to it any more.
+// The nodes of the namespace axis. They are in no list of the tree: each is made when a query comes
+// to it and goes when nothing refers to it any more.
 //
 // Such a node looks like the attribute that declares its prefix, with its element as parent, and
 // never changes: for an element, a prefix and a namespace there is one node while anything refers
@@ -35,10 +35,10 @@ public:
             document.namespaceNodes_->sweepLoose(document, kept);
     }
 
-    // Must be told of a node whose handle is gone.
+    // To be called for a node whose handle is gone.
     static void release(Document& document, Node* node) noexcept;
 
-    // Must be told of a subtree that goes. Its elements' namespace nodes have no handles.
+    // To be called for a subtree that goes. Its elements' namespace nodes have no handles.
     static void forget(Document& document, Node* subtree) noexcept {
         if (document.hasNamespaceNodes()) document.namespaceNodes_->forgetBelow(document, subtree);
     }

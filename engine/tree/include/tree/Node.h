@@ -32,8 +32,8 @@ enum NodeFlag : std::uint8_t {
 
     awaitsDisposal = 4, // see Lifetimes.h
 
-    // On everything below the document node and on that itself, attributes left out, so that nobody
-    // has to climb to the top to learn whether a node is attached; see isInDocument().
+    // On everything below the document node and on that itself, attributes left out, so that it
+    // takes no climb to the top to learn whether a node is attached; see isInDocument().
     inDocument = 8,
 
     namespaceNode = 16, // see NamespaceNodes.h

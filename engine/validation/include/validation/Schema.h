@@ -46,8 +46,8 @@ class Schema {
 public:
     /// Compiles a schema with all that it includes, imports and redefines, which it reads from
     /// local files. Imports of a namespace
-    /// that `known` has a schema for mean that one. Anything that is no local file is refused, and
-    /// nothing is ever asked of a network. Throws SchemaError and std::bad_alloc.
+    /// that `known` has a schema for mean that one. Anything that is not a local file is refused,
+    /// and nothing is ever asked of a network. Throws SchemaError and std::bad_alloc.
     static std::shared_ptr<Schema const> compile(SchemaSource const& source,
                                                  std::span<SchemaSource const> known);
 

@@ -13,7 +13,7 @@ namespace TibUtils::Json {
 /// How deep objects and arrays may lie within each other in a text that is read.
 inline constexpr std::size_t MaxDepth = 1024;
 
-/// What is wrong with a JSON text, and where. `what()` tells both.
+/// What is wrong with a JSON text, and where. `what()` says both.
 class TIBXML_API ParseError : public std::runtime_error {
 public:
     ParseError(std::string const& reason, std::size_t offset, std::size_t line, std::size_t column);
@@ -25,7 +25,7 @@ public:
     char const* GetReason() const noexcept { return what() + reasonAt_; }
 
     /// The character at which it was noticed: in bytes from 0, and as a line and a column from 1,
-    /// which is counted in characters. Right behind the text when that ends too early.
+    /// which is counted in characters. Right after the text when that ends too early.
     std::size_t GetOffset() const noexcept { return offset_; }
 
     std::size_t GetLine() const noexcept { return line_; }
@@ -50,8 +50,8 @@ TIBXML_API Variant Parse(std::string_view utf8);
 
 /// The JSON text of a value, in UTF-8: without any white space, or laid out with so many blanks for
 /// each level when `indentation` is above 0. Numbers have the fewest digits that read as the same
-/// number; those that JSON cannot spell (infinities, NaN) become null. What is no Unicode character
-/// (a lone surrogate) becomes U+FFFD. Any depth is written. Throws `std::bad_alloc`.
+/// number; those that JSON cannot spell (infinities, NaN) become null. What is not a Unicode
+/// character (a lone surrogate) becomes U+FFFD. Any depth is written. Throws `std::bad_alloc`.
 TIBXML_API std::string Write(Variant const& value, int indentation = 0);
 
 /// The text of a value as an attribute of XML wants it. A string stands in double quotes, with `&`,

@@ -17,7 +17,7 @@ public:
     Stream() noexcept = default;
 
     /// Shares a stream that there is already, at the position where it is; the caller's own
-    /// reference stays the caller's. Null is no stream.
+    /// reference stays the caller's. Null is not a stream.
     explicit Stream(IStream* stream) noexcept;
 
     /// A stream over a copy of `size` bytes, from the first one on. `bytes` may be null when `size`
@@ -40,7 +40,7 @@ public:
     ~Stream();
 
     /// The stream, null when there is none. It stays this object's: good as long as it (or a copy)
-    /// lives, and whoever needs it longer adds a reference.
+    /// lives, and code that needs it longer adds a reference.
     operator IStream*() const noexcept { return stream_; }
 
 private:

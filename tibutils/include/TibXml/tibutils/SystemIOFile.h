@@ -16,7 +16,7 @@ TIBXML_API bool ProbeCreateFile(wchar_t const* path);
 TIBXML_API bool Delete(wchar_t const* path);
 
 /// Whether there is a file (anything but a directory) at `path`; symbolic links are followed, so
-/// one to nothing is no file. False, too, when it cannot be found out.
+/// one to nothing is not a file. False, too, when it cannot be found out.
 TIBXML_API bool Exists(wchar_t const* path);
 
 } // namespace TibUtils::SystemIO::File

@@ -5,9 +5,9 @@
 
 namespace TibUtils::SystemIO::Path {
 
-/// The full path of a new temporary file which nobody else has or gets. The file is made, empty, so
-/// that the name is taken at once, and only the current user may read and write it. Whoever asks
-/// owns the file and deletes it (see `File::Delete`).
+/// The full path of a new temporary file which no other process has or gets. The file is made,
+/// empty, so that the name is taken at once, and only the current user may read and write it. The
+/// caller owns the file and deletes it (see `File::Delete`).
 ///
 /// `directory` is where the file lies; null or empty for the user's directory for temporary files
 /// (the environment variable TMPDIR, or the system's default without it). `prefix` is what the

@@ -45,7 +45,7 @@ public:
     /// The content, null for none.
     Content const* Get() const noexcept { return content_; }
 
-    /// The content for a change, which nobody else may see: a copy when it is shared, a new one
+    /// The content for a change, which no other holder may see: a copy when it is shared, a new one
     /// when there is none.
     Content& Writable();
 

@@ -18,7 +18,7 @@ struct SAXCounts {
 /// `CLSID_SAXXMLReader60` offer it; those of Windows do not.
 class ISAXCounter : public IUnknown {
 public:
-    /// Reads a text or a stream as `ISAXXMLReader::parse` does, with the same results, but tells no
+    /// Reads a text or a stream as `ISAXXMLReader::parse` does, with the same results, but calls no
     /// handler. `counts` says what was there up to the end or the error, and before each read of a
     /// stream what was there so far. What fails leaves error information for `IID_ISAXCounter`.
     virtual HRESULT count(VARIANT input, SAXCounts* counts) = 0;

@@ -5,8 +5,8 @@
 inline constexpr IID IID_ISAXLocator{
     0x9B7E472A, 0x0DE4, 0x4640, {0xBF, 0xF3, 0x84, 0xD3, 0x8A, 0x05, 0x1C, 0x31}};
 
-/// Where in the source a parse stands: at the end of what the handler is being told, or inside the
-/// tag that it is told of. After a parse that failed it stays at the place of the error, after any
+/// Where in the source a parse stands: at the end of what the handler gets, or inside the
+/// tag that it gets. After a parse that failed it stays at the place of the error, after any
 /// other it answers 0.
 class ISAXLocator : public IUnknown {
 public:

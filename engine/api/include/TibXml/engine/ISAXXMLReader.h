@@ -15,9 +15,9 @@ inline constexpr IID IID_ISAXXMLReader{
 class ISAXDTDHandler;
 class ISAXEntityResolver;
 
-/// Reads a document of any size and tells a handler what is in it, without building a tree: memory
-/// is needed for the open elements and the names, not for the content (of one tag, CDATA section or
-/// processing instruction at a time, that is).
+/// Reads a document of any size and reports to a handler what is in it, without building a tree:
+/// memory is needed for the open elements and the names, not for the content (of one tag, CDATA
+/// section or processing instruction at a time, that is).
 ///
 /// As strict as loading a document: XML 1.0 with Namespaces, no document type declaration, at most
 /// 256 elements inside each other.
@@ -43,7 +43,7 @@ public:
     virtual HRESULT getEntityResolver(ISAXEntityResolver** resolver) = 0;
     virtual HRESULT putEntityResolver(ISAXEntityResolver* resolver) = 0;
 
-    /// Who is told; null, as at first, for nobody. The reader holds a reference. A parse tells the
+    /// The handler; null, as at first, for none. The reader holds a reference. A parse calls the
     /// handler that there was when it began.
     virtual HRESULT getContentHandler(ISAXContentHandler** handler) = 0;
     virtual HRESULT putContentHandler(ISAXContentHandler* handler) = 0;
@@ -52,7 +52,7 @@ public:
     virtual HRESULT getDTDHandler(ISAXDTDHandler** handler) = 0;
     virtual HRESULT putDTDHandler(ISAXDTDHandler* handler) = 0;
 
-    /// Who is told of errors; null, as at first, for nobody.
+    /// The handler of errors; null, as at first, for none.
     virtual HRESULT getErrorHandler(ISAXErrorHandler** handler) = 0;
     virtual HRESULT putErrorHandler(ISAXErrorHandler* handler) = 0;
 

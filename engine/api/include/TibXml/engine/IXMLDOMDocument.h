@@ -71,7 +71,7 @@ public:
     virtual HRESULT putref_schemas(VARIANT schemas) = 0;
 
     /// Whether the document, as it is now, is valid by the schema for the namespace of its root:
-    /// `S_OK` and an error object with code 0, or `S_FALSE` and one that tells what is wrong. It is
+    /// `S_OK` and an error object with code 0, or `S_FALSE` and one that says what is wrong. It is
     /// an `IXMLDOMParseError2`, which has all errors. The code is 0xC00CE223 when there is no root
     /// element, 0xC00CE224 when there is no schema for its namespace.
     ///

@@ -10,7 +10,7 @@ class IXMLDOMElement : public IXMLDOMNode {
 public:
     /// Gives the attribute of a qualified name this value, a string, and makes it when there is
     /// none. `E_INVALIDARG` for another kind of value and for characters that XML cannot hold,
-    /// `E_FAIL` for what is no name, for a prefix that is not declared here and for a namespace
+    /// `E_FAIL` for what is not a name, for a prefix that is not declared here and for a namespace
     /// declaration that contradicts the element's names; nothing has changed then.
     virtual HRESULT setAttribute(BSTR name, VARIANT value) = 0;
 

@@ -15,7 +15,7 @@ public:
     /// Puts an attribute on the element, in the place of one with the same qualified name if there
     /// is one, which then is detached. An attribute of another element or document moves here. The
     /// attribute itself is handed out if `result` is not null. `E_INVALIDARG` for null and for a
-    /// foreign object, `E_FAIL` for a node that is no attribute, a prefix that is not declared
+    /// foreign object, `E_FAIL` for a node that is not an attribute, a prefix that is not declared
     /// here, and a namespace declaration that the element's own names contradict.
     virtual HRESULT setNamedItem(IXMLDOMNode* attribute, IXMLDOMNode** result) = 0;
 

@@ -49,15 +49,15 @@ public:
     /// parent moves; one of another document comes over with its subtree, and everything that
     /// refers to it stays valid. The node is handed out if `result` is not null.
     ///
-    /// `E_INVALIDARG` for a null or foreign object and a reference that is no child of this node.
-    /// `E_FAIL`, with nothing changed, for what cannot be saved and loaded again: attributes and
-    /// documents as children, children of anything but elements and documents, a second element or
-    /// text beside the root, a node inside itself, anything in front of the XML declaration, a
+    /// `E_INVALIDARG` for a null or foreign object and a reference that is not a child of this
+    /// node. `E_FAIL`, with nothing changed, for what cannot be saved and loaded again: attributes
+    /// and documents as children, children of anything but elements and documents, a second element
+    /// or text beside the root, a node inside itself, anything in front of the XML declaration, a
     /// prefix without namespace that is not declared here.
     virtual HRESULT insertBefore(IXMLDOMNode* node, VARIANT reference, IXMLDOMNode** result) = 0;
 
     /// Detaches a child and hands it out if `result` is not null; it and its subtree stay usable.
-    /// `E_INVALIDARG` for what is no child of this node.
+    /// `E_INVALIDARG` for what is not a child of this node.
     virtual HRESULT removeChild(IXMLDOMNode* child, IXMLDOMNode** result) = 0;
 
     /// As `insertBefore` without a reference.
@@ -120,8 +120,8 @@ public:
 
     /// The same with a tree as the result. It replaces the content of `output`, an object variant
     /// with a document, which may be this one: it stays the same object, and nodes taken from it
-    /// before stay usable. A result that is no document (more than one element, or text beside the
-    /// root) is `E_FAIL`. `output` is unchanged after a failure.
+    /// before stay usable. A result that is not a document (more than one element, or text beside
+    /// the root) is `E_FAIL`. `output` is unchanged after a failure.
     virtual HRESULT transformNodeToObject(IXMLDOMNode* stylesheet, VARIANT output) = 0;
 
 protected:

@@ -30,7 +30,7 @@ public:
 
     virtual HRESULT get_length(LONG* length) = 0;
 
-    /// The next error, the first one at first; `S_FALSE` behind the last one.
+    /// The next error, the first one at first; `S_FALSE` after the last one.
     virtual HRESULT get_next(IXMLDOMParseError2** error) = 0;
 
     /// Makes the first error the next one again.

@@ -18,10 +18,10 @@ public:
     /// includes, imports or redefines is read from local files, relative to its own path, and an
     /// import without a location may mean a schema that the collection has already.
     ///
-    /// `E_FAIL`, with the reason as error information, when the path is no document, the document
-    /// is no schema, its target namespace is another one, or it does not compile; `E_INVALIDARG`
-    /// for another kind of variant or object. The collection is unchanged after a failure. Later
-    /// changes to the document change nothing here.
+    /// `E_FAIL`, with the reason as error information, when the path is not a document, the
+    /// document is not a schema, its target namespace is another one, or it does not compile;
+    /// `E_INVALIDARG` for another kind of variant or object. The collection is unchanged after a
+    /// failure. Later changes to the document change nothing here.
     virtual HRESULT add(BSTR namespaceURI, VARIANT schema) = 0;
 
     /// The root element of the schema for a namespace, as it was added; `S_FALSE` when there is

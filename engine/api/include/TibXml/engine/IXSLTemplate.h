@@ -33,7 +33,7 @@ public:
     virtual HRESULT get_ownerTemplate(IXSLTemplate** owner) = 0;
 
     /// The mode in which the first template is looked for; null or empty for none. `E_INVALIDARG`
-    /// for what is no name without a prefix.
+    /// for what is not a name without a prefix.
     virtual HRESULT setStartMode(BSTR mode, BSTR namespaceURI = nullptr) = 0;
 
     /// Empty when there is none.
@@ -63,8 +63,8 @@ public:
 
     /// Gives an xsl:param at the top of the stylesheet a value: a string, a number (integers and
     /// double) or a boolean. It stays until it is given another one; an empty or null variant takes
-    /// it away. A name that the stylesheet does not have is ignored. `E_INVALIDARG` for what is no
-    /// name without a prefix and for other kinds, nodes among them.
+    /// it away. A name that the stylesheet does not have is ignored. `E_INVALIDARG` for what is not
+    /// a name without a prefix and for other kinds, nodes among them.
     virtual HRESULT addParameter(BSTR name, VARIANT value, BSTR namespaceURI = nullptr) = 0;
 
     /// `E_NOTIMPL`: stylesheets cannot call objects.

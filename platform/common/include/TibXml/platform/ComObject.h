@@ -48,7 +48,7 @@ private:
 
 /// The three functions of `IUnknown` for an object that offers the given interfaces: a class
 /// derives from this and implements the interfaces' own functions. An object begins with one
-/// reference, which belongs to whoever made it, and deletes itself with the last one.
+/// reference, which belongs to its maker, and deletes itself with the last one.
 ///
 /// The count is a plain number: an object belongs to one thread at a time.
 template <class First, class... Others>
@@ -67,7 +67,7 @@ public:
     }
 
 protected:
-    // Comes after the slots of all interfaces in the table, where it disturbs nobody.
+    // Comes after the slots of all interfaces in the table, where it disturbs none of them.
     virtual ~ComObject() = default;
 
 private:

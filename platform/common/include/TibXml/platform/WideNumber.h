@@ -63,7 +63,8 @@ IntegerText integerText(Integer number) noexcept {
 }
 
 /// A number with exactly six digits after the decimal separator, which is that of the current C
-/// locale, and no exponent: what "%f" makes. "inf" and "nan" with their sign for what is no number.
+/// locale, and no exponent: what "%f" makes. "inf" and "nan" with their sign for what is not a
+/// number.
 DoubleText doubleText(double number) noexcept;
 
 } // namespace tibxml::platform

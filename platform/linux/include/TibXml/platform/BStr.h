@@ -8,7 +8,7 @@
 
 /// A wide string that passes between the engine and its callers: it points to the first of its
 /// characters, the number of bytes that they take stands in the four bytes before them, and a NUL
-/// follows them. It may hold NULs. A null pointer is a proper, empty string. Whoever holds one owns
+/// follows them. It may hold NULs. A null pointer is a proper, empty string. The holder of one owns
 /// it and frees it with `SysFreeString`; a string may be freed on another thread than made it.
 using BSTR = OLECHAR*;
 

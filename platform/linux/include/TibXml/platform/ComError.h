@@ -40,7 +40,7 @@ protected:
     ~ICreateErrorInfo() = default;
 };
 
-/// What an object offers to say for which of its interfaces it leaves error information behind.
+/// What an object offers to say for which of its interfaces it leaves error information.
 class ISupportErrorInfo : public IUnknown {
 public:
     /// `S_OK` when it does for this one, `S_FALSE` when not.
@@ -65,7 +65,7 @@ struct tibxml::platform::InterfaceTraits<ISupportErrorInfo>
 /// `E_POINTER` when `info` is null, `E_OUTOFMEMORY`.
 TIBXML_API HRESULT CreateErrorInfo(ICreateErrorInfo** info) noexcept;
 
-/// Leaves error information for whoever made the failing call on this thread, in place of what was
+/// Leaves error information for the maker of the failing call on this thread, in place of what was
 /// there; null leaves none. The thread keeps a reference until the information is taken, replaced
 /// or the thread ends. `reserved` has to be 0, else `E_INVALIDARG`.
 TIBXML_API HRESULT SetErrorInfo(ULONG reserved, IErrorInfo* info) noexcept;

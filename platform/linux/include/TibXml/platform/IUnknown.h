@@ -8,13 +8,13 @@ inline constexpr IID IID_IUnknown{
 /// What every object offers: its other interfaces, and the count that keeps it alive.
 ///
 /// There is no virtual destructor, because it would take a slot of the table of functions that
-/// every interface starts with: nobody deletes an object, its last `Release` does.
+/// every interface starts with: callers do not delete an object, its last `Release` does.
 class IUnknown {
 public:
     /// Stores the object's interface `iid` in `*object` with one more reference, which the caller
     /// releases. `E_NOINTERFACE` when there is none, `E_POINTER` when `object` is null; `*object`
     /// is null after any failure. Every way to ask one object for `IID_IUnknown` gives the same
-    /// pointer, so comparing those tells whether two interfaces belong to one object.
+    /// pointer, so comparing those shows whether two interfaces belong to one object.
     virtual HRESULT QueryInterface(REFIID iid, void** object) = 0;
 
     /// Adds a reference. Returns the new count, which is good for tests only.

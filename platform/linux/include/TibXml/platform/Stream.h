@@ -14,7 +14,7 @@ struct FILETIME {
     DWORD dwHighDateTime;
 };
 
-/// What `IStream::Stat` tells about a stream. The streams made here have no name to tell, so
+/// What `IStream::Stat` says about a stream. The streams made here have no name to give, so
 /// nothing in it has to be freed.
 struct STATSTG {
     WCHAR* pwcsName;

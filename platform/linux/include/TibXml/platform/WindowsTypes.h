@@ -159,4 +159,4 @@ inline constexpr VARTYPE VT_UNKNOWN = 13;
 inline constexpr VARTYPE VT_UI1 = 17;
 inline constexpr VARTYPE VT_INT = 22;
 inline constexpr VARTYPE VT_ARRAY = 0x2000; ///< an array of the kind
-inline constexpr VARTYPE VT_BYREF = 0x4000; ///< a pointer to somebody else's value of the kind
+inline constexpr VARTYPE VT_BYREF = 0x4000; ///< a pointer to another owner's value of the kind
