@@ -18,7 +18,7 @@ import checking
 
 NOT_LIBRARY = {"tests", "bench", "tools", "examples", "fuzz"}
 
-MOST_FILES = 301  # the aim is 280
+MOST_FILES = 268  # the aim was 280
 LEAST_MEDIAN = 85
 LONGEST_FILE = 350
 LONGEST_FUNCTION = 40
