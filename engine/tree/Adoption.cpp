@@ -35,9 +35,10 @@ struct Lifetimes::Moves final : CloneObserver {
     // The objects that pinned pointers will lead to.
     Objects objects(HandleMover& mover) const {
         Objects found;
-        for (auto const* nodes : {&pinned, &handles})
+        for (auto const* nodes : {&pinned, &handles}) {
             for (auto const& [from, copy] : *nodes)
                 found.emplace(from, mover.objectFor(from, copy));
+        }
         return found;
     }
 

@@ -23,11 +23,11 @@ std::size_t ownHandle(Node const* node) noexcept {
 std::size_t Lifetimes::countInnerHandles(Node const* subtree) const noexcept {
     std::size_t count = NamespaceNodes::countHandles(document_, subtree);
     for (Node const* node = subtree; node != nullptr; node = nextInSubtree(node, subtree)) {
-        count += ownHandle(node);
+        if (node != subtree) count += ownHandle(node);
         for (Node const* a = node->firstAttribute(); a != nullptr; a = a->next)
             count += ownHandle(a);
     }
-    return count - ownHandle(subtree);
+    return count;
 }
 
 // An entry to be put in later without allocating.
