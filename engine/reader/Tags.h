@@ -111,9 +111,10 @@ private:
     char const* normalise(char const* begin, char const* p, char quote);
     void placeValues() noexcept;
 
-    // Whether the name is at p, and end_ is after the byte that follows it.
-    bool isAt(QualifiedName const& name, char const* p) const noexcept {
-        return end_ - p > static_cast<std::ptrdiff_t>(name.text.size()) && Names::isAt(name, p);
+    // Whether the name is at p, and so many bytes after it are in front of end_.
+    bool isAt(QualifiedName const& name, char const* p, std::ptrdiff_t more) const noexcept {
+        return end_ - p >= static_cast<std::ptrdiff_t>(name.text.size()) + more &&
+               Names::isAt(name, p);
     }
 
     char const* after(char const* quote) const noexcept {
@@ -153,7 +154,7 @@ inline void TagReader::add(QualifiedName& name, char const* at, std::string_view
 
 [[gnu::always_inline]] inline char const* TagReader::readExpectedName(char const* p) noexcept {
     QualifiedName* const expected = element_->nextElement;
-    if (expected == nullptr || !isAt(*expected, p)) return nullptr;
+    if (expected == nullptr || !isAt(*expected, p, 1)) return nullptr;
     char const* const end = p + expected->text.size();
     if (*end != '>' && *end != ' ' && *end != '/') return nullptr;
     latest_ = element_ = expected;
@@ -162,7 +163,7 @@ inline void TagReader::add(QualifiedName& name, char const* at, std::string_view
 
 [[gnu::always_inline]] inline bool TagReader::isExpectedAttribute(char const* p) const noexcept {
     QualifiedName const* const name = latest_->nextAttribute;
-    if (name == nullptr || *p != ' ' || !isAt(*name, p + 1)) return false;
+    if (name == nullptr || *p != ' ' || !isAt(*name, p + 1, 2)) return false;
     char const* const assignment = p + 1 + name->text.size();
     return assignment[0] == '=' && assignment[1] == '"' && name->lastTag != number_;
 }

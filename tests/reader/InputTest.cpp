@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -148,6 +149,20 @@ TEST(BytesInMemory, AreReadByTheirDeclarationOrByTheRule) {
     std::string_view const declared = "<?xml version='1.0' encoding='ISO-8859-1'?><a>\xC3\xA4</a>";
     EXPECT_EQ(readText({declared, EncodingRule::alwaysUtf8}), "\xC3\xA4");
     EXPECT_EQ(readText(std::string_view{""}).substr(0, 6), "error:");
+}
+
+// Each text fills its memory, and is longer by one byte than the one before, so that every part of
+// a tag once ends where only a block is left.
+TEST(BytesInMemory, AreNeverReadBeyondTheirEnd) {
+    for (char const* const last : {"\"/></r>", "\">t</a><a bc='&amp;'/></r>"}) {
+        for (std::size_t length = 0; length != 64; ++length) {
+            std::string const text =
+                "<r><a bc=\"v\">t</a><a bc=\"" + std::string(length, 'x') + last;
+            std::vector<char> const exact(text.begin(), text.end());
+            std::string const read = readText(std::string_view{exact.data(), exact.size()});
+            EXPECT_EQ(read.substr(0, 1), "t") << text;
+        }
+    }
 }
 
 } // namespace tibxml::reader::test
